@@ -24,7 +24,7 @@ using MOVAString = std::u16string;
 /// All that a caller can configure. The order of the fields is part of the binary interface and never changes.
 ///
 /// Take getDefaultSettings() and change what differs: a default-constructed record is all zeros and empty strings, not
-/// the defaults. Colours are 32-bit values with alpha in the top byte, then red, green, and blue in the low byte.
+/// the defaults.
 /// The fields named Reserved are copied with the record and read by nothing.
 struct MOVASettings {
   bool Reserved0 = false;
@@ -40,7 +40,8 @@ struct MOVASettings {
   MOVAString SsaFontName;
   /// Sub Station Alpha, default style: font size in script pixels, cut to an integer; default 20.
   double SsaFontSize = 0.0;
-  /// Sub Station Alpha, default style: primary colour; default opaque white, 0xFFFFFFFF.
+  /// Sub Station Alpha, default style: primary colour, alpha in the top byte, then red, green, and blue in the low byte;
+  /// default opaque white, 0xFFFFFFFF.
   uint32_t SsaFontColor = 0;
   /// Sub Station Alpha, default style: width of the outline in script pixels; default 2.
   int32_t SsaOutline = 0;
@@ -84,12 +85,13 @@ struct MOVASettings {
   MOVAString DCinemaFontId;
   /// D-Cinema: text of LoadFont; default empty.
   MOVAString DCinemaFontUri;
-  /// D-Cinema: Color of the font element; default 0.
+  /// D-Cinema: Color of the font element. Alpha in the low byte (byte 0), then red, green, and blue in the top byte;
+  /// default 0.
   uint32_t DCinemaFontColor = 0;
   /// D-Cinema: Effect of the font element ("border", "shadow", "none"); default empty, which makes the writers fill the
   /// group as InitializeDCinameSettings(true) does.
   MOVAString DCinemaEffect;
-  /// D-Cinema: EffectColor of the font element; default 0.
+  /// D-Cinema: EffectColor of the font element, bytes as in DCinemaFontColor; default 0.
   uint32_t DCinemaEffectColor = 0;
 
   int32_t Reserved4 = 0;

@@ -1,0 +1,92 @@
+#include "api/Conversion.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "formats/FormatList.h"
+#include "model/GlobalSettings.h"
+#include "model/Subtitle.h"
+#include "movautil/MovaUtil.h"
+#include "text/Strings.h"
+
+namespace mova {
+namespace {
+
+WString withoutBlanks(WStringView name) {
+  return replaceAll(name, u" ", u"");
+}
+
+/// The text of the target, and the path with the target's extension in it.
+WString convertToFormat(WStringView formatName, WString& outputPath, Subtitle& subtitle, double frameRate) {
+  const WString wanted = withoutBlanks(formatName);
+  FormatList list;
+  buildFormatList(list);
+  WString text;
+  for (auto& format : list) {
+    if (!format->IsTextBased() || !equalsIgnoreCase(wanted, withoutBlanks(format->Name()))) continue;
+    WString extension = format->Extension();
+    if (!extension.starts_with(u'.')) extension.insert(0, 1, u'.');
+    outputPath = changeExtension(outputPath, extension);
+    if (!format->IsTimeBased() && !subtitle.WasLoadedWithFrameNumbers) {
+      subtitle.CalculateFrameNumbers(frameRate);
+    } else if (subtitle.WasLoadedWithFrameNumbers) {
+      subtitle.CalculateFrameNumbersChecked(frameRate);
+    }
+    text += subtitle.ToText(*format);
+  }
+  return text;
+}
+
+/// The text as a C string in UTF-8: a zero unit ends it.
+std::string toUtf8(const WString& text) {
+  const auto units = static_cast<uint32_t>(cText(text).size());
+  std::string bytes(movaStr_UTF16_to_UTF8(nullptr, text.c_str(), units), '\0');
+  movaStr_UTF16_to_UTF8(bytes.data(), text.c_str(), static_cast<uint32_t>(bytes.size()));
+  return bytes;
+}
+
+/// Failures are not looked at: the caller of the library learns of them on the disk only.
+void writeFile(const WString& path, const std::string& bytes) {
+  const int file = open(wideToString(cText(path)).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (file < 0) return;
+  for (size_t written = 0; written < bytes.size();) {
+    const ssize_t count = write(file, bytes.data() + written, bytes.size() - written);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) break;
+    written += static_cast<size_t>(count);
+  }
+  close(file);
+}
+
+}  // namespace
+
+Conversion convertFile(const WString& inputPath, const WString& formatName, const WString& outputPath,
+                       const MOVASettings* settings) {
+  // The rate for formats that count frames; the settings' rate is another matter.
+  constexpr double conversionFrameRate = 29.97;
+
+  GlobalSettings = settings ? *settings : getDefaultSettings();
+  Conversion conversion;
+  conversion.outputPath = outputPath;
+  Subtitle subtitle;
+  const auto format = subtitle.LoadSubtitle(inputPath);
+  if (!format) return conversion;
+
+  conversion.recognizedFormat = format->Name();
+  conversion.captions = subtitle.Paragraphs.size();
+  const WString text = convertToFormat(formatName, conversion.outputPath, subtitle, conversionFrameRate);
+  conversion.code = text.empty() ? 1 : 0;
+  conversion.bytes = toUtf8(text);
+  return conversion;
+}
+
+}  // namespace mova
+
+uint32_t movaConvertCC(MOVAString inputPath, MOVAString formatName, MOVAString outputPath,
+                       const MOVASettings* settings) {
+  const mova::Conversion conversion = mova::convertFile(inputPath, formatName, outputPath, settings);
+  if (conversion.code != 2) mova::writeFile(conversion.outputPath, conversion.bytes);
+  return conversion.code;
+}

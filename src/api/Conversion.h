@@ -1,0 +1,25 @@
+/// One conversion in memory: what the exported call does apart from writing the file.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "mova/mova.h"
+#include "movautil/WideString.h"
+
+namespace mova {
+
+struct Conversion {
+  uint32_t code = 2;         ///< The return code of movaConvertCC().
+  WString recognizedFormat;  ///< Name of the input's format; empty with code 2.
+  size_t captions = 0;       ///< Paragraphs that were read.
+  WString outputPath;        ///< With the target's extension, if there is such a target.
+  std::string bytes;         ///< What the output file holds.
+};
+
+/// `settings` may be null, which means the defaults.
+Conversion convertFile(const WString& inputPath, const WString& formatName, const WString& outputPath,
+                       const MOVASettings* settings);
+
+}  // namespace mova

@@ -1,0 +1,25 @@
+#include "formats/FormatList.h"
+
+#include "formats/line/SubRip.h"
+
+namespace mova {
+namespace {
+
+template <typename Format>
+std::unique_ptr<SubtitleFormat> create() {
+  return std::make_unique<Format>();
+}
+
+/// One row for each format. The order decides: among formats that would all take a file the first one wins.
+constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
+    create<SubRip>,  // "SubRip" .srt
+};
+
+}  // namespace
+
+void buildFormatList(FormatList& list) {
+  list.clear();
+  for (const auto& createFormat : formats) list.push_back(createFormat());
+}
+
+}  // namespace mova

@@ -1,0 +1,7 @@
+#include "model/GlobalSettings.h"
+
+namespace mova {
+
+MOVASettings GlobalSettings;
+
+}  // namespace mova

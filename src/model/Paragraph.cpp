@@ -1,0 +1,16 @@
+#include "model/Paragraph.h"
+
+#include "text/Strings.h"
+
+namespace mova {
+
+WString Paragraph::ToString() const {
+  return StartTime.ToString() + u" --> " + EndTime.ToString() + u" " + Text;
+}
+
+const WString& Paragraph::ID() const {
+  if (id_.empty()) id_ = newGuid();
+  return id_;
+}
+
+}  // namespace mova

@@ -1,0 +1,51 @@
+#include "model/TimeCode.h"
+
+#include <algorithm>
+
+#include "model/Arithmetic.h"
+#include "model/GlobalSettings.h"
+#include "text/Strings.h"
+
+namespace mova {
+
+void TimeCode::AppendTo(WString& out) const {
+  const int64_t cut = cutToInt64(TotalMilliseconds);
+  const uint64_t magnitude = cut < 0 ? 0 - static_cast<uint64_t>(cut) : static_cast<uint64_t>(cut);
+  if (TotalMilliseconds < 0) out += u'-';
+  appendNumber(out, static_cast<int64_t>(magnitude / 3600000), 2);
+  out += u':';
+  appendNumber(out, static_cast<int64_t>(magnitude / 60000 % 60), 2);
+  out += u':';
+  appendNumber(out, static_cast<int64_t>(magnitude / 1000 % 60), 2);
+  out += u':';
+  appendNumber(out, static_cast<int64_t>(magnitude % 1000), 3);
+}
+
+WString TimeCode::ToString() const {
+  WString text;
+  AppendTo(text);
+  return text;
+}
+
+WString TimeCode::ToFrameString() const {
+  const int64_t total = cutToInt64(TotalMilliseconds);
+  int32_t frames = lowInt32(rounded(static_cast<double>(total % 1000) / (1000.0 / GlobalSettings.FrameRate)));
+  // The limit is 30 at every rate; at 50 or 60 frames the second half of a second ends up here too.
+  if (frames >= 30) frames = cutToInt32(static_cast<double>(static_cast<float>(GlobalSettings.FrameRate)) - 0.01);
+
+  WString text;
+  appendNumber(text, total / 3600000 % 24, 2);
+  text += u':';
+  appendNumber(text, total / 60000 % 60, 2);
+  text += u':';
+  appendNumber(text, total / 1000 % 60, 2);
+  text += u'.';
+  appendNumber(text, frames, 2);
+  return text;
+}
+
+int32_t framesToMilliseconds(int32_t frames) {
+  return lowInt32(std::min<int64_t>(rounded(1000.0 / GlobalSettings.FrameRate * frames), 999));
+}
+
+}  // namespace mova

@@ -1,0 +1,26 @@
+/// A point in time, and the conversions between frames and time at the rate of the running conversion.
+#pragma once
+
+#include <cstdint>
+
+#include "movautil/WideString.h"
+
+namespace mova {
+
+struct TimeCode {
+  double TotalMilliseconds = 0.0;  ///< May be negative.
+
+  /// "HH:MM:SS:mmm", with a colon before the milliseconds on purpose. Hours don't wrap; a negative time has one "-" in
+  /// front, also where it is cut to zero ("-00:00:00:000").
+  WString ToString() const;
+  /// Appends what ToString() gives.
+  void AppendTo(WString& out) const;
+
+  /// "HH:MM:SS.FF" with hours modulo 24 and frames at `FrameRate`. Each field of a negative time bears its own sign.
+  WString ToFrameString() const;
+};
+
+/// 1000 / `FrameRate` times `frames`, rounded, at most 999.
+int32_t framesToMilliseconds(int32_t frames);
+
+}  // namespace mova

@@ -1,0 +1,34 @@
+/// Takes the inline markup out of texts: HTML-like tags and brace overrides.
+#pragma once
+
+#include <initializer_list>
+
+#include "movautil/WideString.h"
+
+namespace mova {
+
+/// Replaces "&amp;" by "&", then the double quote, apostrophe, "<", ">" and blank of their entities, in this order on
+/// purpose: "&amp;lt;" ends up as "<". Numeric references stay. Changes the text and returns it.
+WString& decodeHtmlEntities(WString& text);
+
+/// The text without the tags that bear one of the names, case ignored. What counts as a tag's name is the group of the
+/// pattern `<\s*/?\s*([^\s>]+)[^>]*>`, in whose brackets "\" and "s" are excluded characters: the name runs up to the
+/// first "s", "\" or ">", attributes included.
+WString removeTagsNamed(WStringView text, std::initializer_list<WStringView> names);
+
+/// The text without "<i>", "<b>", "<u>", "<p>" and "<font>" in their plain forms. A text that holds "< " goes through
+/// the repair of italic tags first.
+WString removeHtmlTags(WStringView text);
+
+/// The text without "{...}" blocks; an unclosed brace stays with all that follows, nesting is not understood. Changes
+/// the text and returns it.
+WString& removeBraceTags(WString& text);
+
+/// removeHtmlTags, then removeBraceTags.
+WString removeAllFormatting(WStringView text);
+
+/// Display time in milliseconds of a text at so many characters a second (outside 2 to 100: 14.7), at least 1000, at
+/// most 8000.
+double calculateDurationMs(WStringView text, double charactersPerSecond);
+
+}  // namespace mova

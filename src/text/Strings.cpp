@@ -1,0 +1,176 @@
+#include "text/Strings.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+
+namespace mova {
+namespace {
+
+bool isTrimmed(char16_t candidate, char16_t unit) {
+  return unit == 0 ? isSpace(candidate) : candidate == unit;
+}
+
+}  // namespace
+
+bool isAllDigits(WStringView text) {
+  return std::all_of(text.begin(), text.end(), isDigit);
+}
+
+WStringView trimStartView(WStringView text, char16_t unit) {
+  while (!text.empty() && isTrimmed(text.front(), unit)) text.remove_prefix(1);
+  return text;
+}
+
+WStringView trimEndView(WStringView text, char16_t unit) {
+  while (!text.empty() && isTrimmed(text.back(), unit)) text.remove_suffix(1);
+  return text;
+}
+
+WStringView trimView(WStringView text, char16_t unit) {
+  return trimStartView(trimEndView(text, unit), unit);
+}
+
+WString trimStart(WStringView text, char16_t unit) {
+  return WString(trimStartView(text, unit));
+}
+
+WString trimEnd(WStringView text, char16_t unit) {
+  return WString(trimEndView(text, unit));
+}
+
+WString trim(WStringView text, char16_t unit) {
+  return WString(trimView(text, unit));
+}
+
+std::vector<WStringView> splitViews(WStringView text, WStringView delimiters, bool removeEmpty) {
+  std::vector<WStringView> pieces;
+  size_t start = 0;
+  for (size_t end; (end = text.find_first_of(delimiters, start)) != WStringView::npos; start = end + 1) {
+    if (!removeEmpty || end != start) pieces.push_back(text.substr(start, end - start));
+  }
+  const WStringView rest = text.substr(start);
+  // Delimiters alone give one empty piece even when empty pieces are removed, on purpose; an empty text gives none.
+  if (!removeEmpty || !rest.empty() || (pieces.empty() && !text.empty())) pieces.push_back(rest);
+  return pieces;
+}
+
+std::vector<WString> split(WStringView text, WStringView delimiters, bool removeEmpty) {
+  const std::vector<WStringView> views = splitViews(text, delimiters, removeEmpty);
+  return {views.begin(), views.end()};
+}
+
+std::vector<WString> splitOnChar(WStringView text, char16_t delimiter, bool removeEmpty) {
+  std::vector<WString> pieces;
+  for (size_t start = 0; start < text.size();) {
+    const size_t end = std::min(text.find(delimiter, start), text.size());
+    if (!removeEmpty || end != start) pieces.emplace_back(text.substr(start, end - start));
+    start = end + 1;
+  }
+  return pieces;
+}
+
+WString replaceAll(WStringView text, WStringView what, WStringView with) {
+  WString result;
+  size_t start = 0;
+  for (size_t hit; (hit = text.find(what, start)) != WStringView::npos; start = hit + what.size()) {
+    result += text.substr(start, hit - start);
+    result += with;
+  }
+  result += text.substr(start);
+  return result;
+}
+
+WString& replaceAllInPlace(WString& text, WStringView what, WStringView with) {
+  if (text.find(what) != WString::npos) text = replaceAll(text, what, with);
+  return text;
+}
+
+WString replaceWithChar(WStringView text, WStringView what, char16_t with) {
+  return replaceAll(text, what, WStringView(&with, 1));
+}
+
+bool equalsIgnoreCase(WStringView a, WStringView b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char16_t x, char16_t y) { return toUpper(x) == toUpper(y); });
+}
+
+void appendNumber(WString& out, int64_t value, int width) {
+  char digits[20];
+  const uint64_t magnitude = value < 0 ? 0 - static_cast<uint64_t>(value) : static_cast<uint64_t>(value);
+  const char* const end = std::to_chars(digits, digits + sizeof digits, magnitude).ptr;
+  if (value < 0) {
+    out += u'-';
+    --width;
+  }
+  for (auto length = end - digits; length < width; ++length) out += u'0';
+  for (const char* digit = digits; digit != end; ++digit) out += static_cast<char16_t>(*digit);
+}
+
+WString fileBaseName(WStringView path) {
+  const size_t separator = path.find_last_of(u"/\\");
+  if (separator != WStringView::npos) path.remove_prefix(separator + 1);
+  return WString(path.substr(0, path.rfind(u'.')));
+}
+
+WString changeExtension(WStringView path, WStringView extension) {
+  WString changed(path.substr(0, path.rfind(u'.')));
+  changed += extension;
+  return changed;
+}
+
+WString takeEverySecondChar(WStringView text, size_t start) {
+  WString taken;
+  for (size_t i = start; i < text.size(); i += 2) taken += text[i];
+  return taken;
+}
+
+WString stripByteOrderMark(WStringView text) {
+  if (text.starts_with(u"\u00EF\u00BB\u00BF")) {
+    text.remove_prefix(3);
+  } else if (text.starts_with(u"\u00FF\u00FE")) {
+    text.remove_prefix(2);
+  }
+  return WString(text);
+}
+
+WString latin1UnitsToUtf8Units(WStringView text) {
+  WString units;
+  for (char16_t unit : text) {
+    if (unit < 128) {
+      units += unit;
+    } else if (unit < 192) {
+      units += {u'\u00C2', unit};
+    } else {
+      units += {u'\u00C3', char16_t(unit & 0xBF)};
+    }
+  }
+  return units;
+}
+
+WString utf8UnitsToLatin1Units(WStringView text) {
+  WString units;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const bool hasNext = i + 1 < text.size();
+    if (hasNext && text[i] == 0xC2) {
+      units += text[++i];
+    } else if (hasNext && text[i] == 0xC3) {
+      units += char16_t(text[++i] | 0x40);
+    } else {
+      units += text[i];
+    }
+  }
+  return units;
+}
+
+WString newGuid() {
+  WString guid;
+  guid.reserve(36);
+  for (int digit = 0; digit < 32; ++digit) {
+    guid += u"0123456789abcdef"[std::rand() % 16];
+    if (digit == 7 || digit == 11 || digit == 15 || digit == 19) guid += u'-';
+  }
+  return guid;
+}
+
+}  // namespace mova
