@@ -15,14 +15,16 @@
 /// Decimal text; stops at the first unit that is no digit and at the limits of the type. No digits give 0.
 MOVAUTIL_API int32_t wideToInt(mova::WStringView text);
 MOVAUTIL_API int64_t wideToLongLong(mova::WStringView text);
-/// Decimal text with "." and perhaps an exponent; no "inf", "nan" or hexadecimal form. No digits give 0.
+/// Decimal text with "." and perhaps an exponent; no "inf", "nan" or hexadecimal form. No digits give 0, and so does
+/// what is too small for a double; what is too large gives an infinity.
 MOVAUTIL_API double wideToDouble(mova::WStringView text);
 
-/// One integer through a printf-style format: "%d", "%02d" and the like, "%04X".
+/// One integer through "%d", "%0Nd" with a width N, or the same with "X", which prints a negative value as the unsigned
+/// one of the same 32 bits.
 MOVAUTIL_API mova::WString intToWStr(int32_t value, const char16_t* format);
-/// Format "%I64d": plain decimal of a 64-bit value.
+/// Always plain decimal; the format that callers pass is "%I64d".
 MOVAUTIL_API mova::WString longLongToWStr(int64_t value, const char16_t* format);
-/// Format "%f": six decimals.
+/// Always six decimals; the format that callers pass is "%f". What is no number is "inf", "-inf", "nan" or "-nan".
 MOVAUTIL_API mova::WString doubleToWStr(double value, const char16_t* format);
 
 // --- Letters and narrow text.
@@ -46,17 +48,21 @@ MOVAUTIL_API mova::WString stringToWide(const unsigned char* text);
 MOVAUTIL_API uint32_t movaStr_UTF16_to_UTF8(char* destination, const char16_t* source, uint32_t count);
 
 /// `count` is the room in units. The terminator is converted and counted, so an empty source gives 1. Strict: overlong
-/// forms, coded surrogates, values above U+10FFFF and truncated sequences give 0, as does too little room.
+/// forms, coded surrogates, values above U+10FFFF and truncated sequences give 0, as does too little room; the
+/// destination then holds the empty text.
 MOVAUTIL_API uint32_t movaStr_UTF8_to_UTF16(char16_t* destination, const char* source, uint32_t count);
 
-/// The 8-bit code page of the system, which is Windows-1252 everywhere. `source` ends at its first zero byte; `count` is
-/// the room in units and text beyond it is cut. The terminator is written and counted where there is room for it.
+/// The 8-bit code page of the system, which is Windows-1252 everywhere. `source` ends at its first zero byte; `count`
+/// is the room in units and text beyond it is cut. The terminator is written and counted where there is room for it.
 MOVAUTIL_API uint32_t movaStr_ANSI_to_UTF16(char16_t* destination, const char* source, uint32_t count);
 
 /// As movaStr_ANSI_to_UTF16, for a code page by its Windows number: 1250 to 1258, 437, 850, 852, 866, 874, 932, 936,
-/// 949, 950, 28591 to 28605 and 65001; 5 stands for 1252. In single-byte pages an undefined byte becomes the unit of the
-/// same value, in the others an undecodable byte becomes U+FFFD. An unknown page gives 0.
-/// At most `count` bytes are read, up to the first zero byte, and at most `count` units written.
+/// 949, 950, 28591 to 28605 and 65001; 5 stands for 1252. At most `count` bytes are read, up to the first zero byte,
+/// and at most `count` units written: what cuts a text of several bytes per character to a number of units hands over
+/// all bytes of it and cuts the result.
+///
+/// In single-byte pages an undefined byte becomes the unit of the same value. In the others an undecodable byte becomes
+/// U+FFFD, and so does, in 65001, each malformed sequence. An unknown page (28602 is one) gives 0 and the empty text.
 MOVAUTIL_API uint32_t movaStr_CodePage_to_UTF16(char16_t* destination, const char* source, uint32_t count,
                                                 uint32_t codePage);
 
@@ -64,14 +70,15 @@ MOVAUTIL_API uint32_t movaStr_CodePage_to_UTF16(char16_t* destination, const cha
 
 using MovaHandle = intptr_t;
 
+/// Non-zero for whatever bears the name, a directory too.
 MOVAUTIL_API int32_t movaOSFileExists(const char* fileName);
-/// Opens an existing file for reading: access 0x80000000 and disposition 3 are what the callers pass; the other
-/// arguments are accepted for their sake and not used.
+/// Opens an existing regular file for reading, which is access 0x80000000 and disposition 3; anything else fails, and
+/// so does a directory, a device or a pipe. The other arguments are not used.
 MOVAUTIL_API MovaHandle movaOSCreateFile(const char* fileName, uint32_t access, uint32_t shareMode, void* security,
                                          uint32_t disposition, uint32_t flags, MovaHandle templateFile);
 /// Non-zero on success.
 MOVAUTIL_API int32_t movaOSGetFileSizeEx(MovaHandle file, int64_t* size);
-/// Reads up to `count` bytes; non-zero on success. `overlapped` is always null.
+/// Reads `count` bytes, or what is left of the file; non-zero on success. `overlapped` is not used.
 MOVAUTIL_API int32_t movaOSReadFile(MovaHandle file, void* buffer, uint32_t count, uint32_t* countRead,
                                     void* overlapped);
 MOVAUTIL_API int32_t movaOSCloseFile(MovaHandle file);
