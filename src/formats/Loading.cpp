@@ -1,4 +1,4 @@
-/// A subtitle's way from its file and to the text of a target: the two operations of Subtitle that know formats.
+/// The operations of Subtitle that know formats: its way from a file, and to the text of a target.
 #include "formats/FormatList.h"
 #include "model/GlobalSettings.h"
 #include "model/Subtitle.h"
@@ -24,6 +24,12 @@ std::unique_ptr<SubtitleFormat> Subtitle::LoadSubtitle(const WString& path) {
     return std::move(format);
   }
   return nullptr;
+}
+
+bool Subtitle::CalculateFrameNumbersChecked(double frameRate) {
+  if (!LoadedFormat || !LoadedFormat->IsTimeBased()) return false;
+  CalculateFrameNumbers(frameRate);
+  return true;
 }
 
 WString Subtitle::ToText(SubtitleFormat& format) const {

@@ -15,10 +15,10 @@ class Subtitle {
  public:
   /// Reads the file and fills this subtitle through the first format of the list that recognises it. The result is that
   /// format, which the caller keeps for as long as it uses `LoadedFormat`, or null; then there are no paragraphs.
-  /// (Defined in the formats' room, where the list is.)
+  /// (Defined in the formats' room, where the list is, as are the two others that ask a format.)
   std::unique_ptr<SubtitleFormat> LoadSubtitle(const WString& path);
 
-  /// The text of a file in that format; the title is the base name of `FileName`. (Defined beside LoadSubtitle.)
+  /// The text of a file in that format; the title is the base name of `FileName`.
   WString ToText(SubtitleFormat& format) const;
 
   void CalculateFrameNumbers(double frameRate);
