@@ -1,0 +1,201 @@
+#include "Settings.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <variant>
+
+#include "Failure.h"
+#include "Text.h"
+
+namespace mova::cli {
+
+namespace {
+
+/// A uint32_t field is a colour: no other field has that type.
+using Member = std::variant<bool MOVASettings::*, int32_t MOVASettings::*, uint32_t MOVASettings::*,
+                            double MOVASettings::*, MOVAString MOVASettings::*>;
+
+struct Field {
+  std::string_view name;
+  Member member;
+  std::string_view help;  ///< empty for a field that nothing reads
+};
+
+// clang-format off
+const Field kFields[] = {
+    {"Reserved0", &MOVASettings::Reserved0, ""},
+    {"FrameRate", &MOVASettings::FrameRate, "frames per second of the material, above 0"},
+    {"DropFrame", &MOVASettings::DropFrame, "Timed Text: drop mode dropNTSC instead of nonDrop"},
+    {"SsaFontName", &MOVASettings::SsaFontName, "Sub Station Alpha: font of the default style"},
+    {"SsaFontSize", &MOVASettings::SsaFontSize, "Sub Station Alpha: font size, script pixels"},
+    {"SsaFontColor", &MOVASettings::SsaFontColor, "Sub Station Alpha: primary colour"},
+    {"SsaOutline", &MOVASettings::SsaOutline, "Sub Station Alpha: outline, script pixels"},
+    {"SsaShadow", &MOVASettings::SsaShadow, "Sub Station Alpha: shadow, script pixels"},
+    {"SsaOpaqueBox", &MOVASettings::SsaOpaqueBox, "Sub Station Alpha: opaque box instead of an outline"},
+    {"DCinemaFontFile", &MOVASettings::DCinemaFontFile, "D-Cinema: font file of Interop documents"},
+    {"DCinemaFontUrn", &MOVASettings::DCinemaFontUrn, "D-Cinema: font of SMPTE documents"},
+    {"DCinemaFontSize", &MOVASettings::DCinemaFontSize, "D-Cinema: font size, points"},
+    {"DCinemaBottomMargin", &MOVASettings::DCinemaBottomMargin, "D-Cinema: bottom line, percent of the height"},
+    {"Reserved1", &MOVASettings::Reserved1, ""},
+    {"Reserved2", &MOVASettings::Reserved2, ""},
+    {"Reserved3", &MOVASettings::Reserved3, ""},
+    {"DCinemaSubtitleId", &MOVASettings::DCinemaSubtitleId, "D-Cinema: Id of the document, urn:uuid:..."},
+    {"DCinemaMovieTitle", &MOVASettings::DCinemaMovieTitle, "D-Cinema: title; empty takes the input's name"},
+    {"DCinemaReelNumber", &MOVASettings::DCinemaReelNumber, "D-Cinema: number of the reel"},
+    {"DCinemaIssueDate", &MOVASettings::DCinemaIssueDate, "D-Cinema: date and time, as 2024-05-31T12:00:00"},
+    {"DCinemaLanguage", &MOVASettings::DCinemaLanguage, "D-Cinema: language, as en"},
+    {"DCinemaEditRate", &MOVASettings::DCinemaEditRate, "D-Cinema: edit rate, as \"25 1\""},
+    {"DCinemaTimeCodeRate", &MOVASettings::DCinemaTimeCodeRate, "D-Cinema: whole frames per second"},
+    {"DCinemaStartTime", &MOVASettings::DCinemaStartTime, "D-Cinema: start, as 00:00:00:00"},
+    {"DCinemaFontId", &MOVASettings::DCinemaFontId, "D-Cinema: ID of the font"},
+    {"DCinemaFontUri", &MOVASettings::DCinemaFontUri, "D-Cinema: where the font is loaded from"},
+    {"DCinemaFontColor", &MOVASettings::DCinemaFontColor, "D-Cinema: colour of the text"},
+    {"DCinemaEffect", &MOVASettings::DCinemaEffect, "D-Cinema: border, shadow or none; empty takes all D-Cinema presets"},
+    {"DCinemaEffectColor", &MOVASettings::DCinemaEffectColor, "D-Cinema: colour of the effect"},
+    {"Reserved4", &MOVASettings::Reserved4, ""},
+    {"Reserved5", &MOVASettings::Reserved5, ""},
+    {"Reserved6", &MOVASettings::Reserved6, ""},
+    {"Reserved7", &MOVASettings::Reserved7, ""},
+    {"Reserved8", &MOVASettings::Reserved8, ""},
+    {"Reserved9", &MOVASettings::Reserved9, ""},
+    {"FcpFontSize", &MOVASettings::FcpFontSize, "Final Cut Pro Xml: font size of a title, points"},
+    {"FcpFontName", &MOVASettings::FcpFontName, "Final Cut Pro Xml: font of a title"},
+    {"Reserved10", &MOVASettings::Reserved10, ""},
+    {"CodePage", &MOVASettings::CodePage, "code page of the input; 0 detects its encoding"},
+};
+// clang-format on
+
+/// The code pages that the library decodes, beside 0, which detects.
+constexpr std::array kCodePages = {5,     437,   850,   852,   866,   874,   932,   936,   949,   950,   1250,  1251,
+                                   1252,  1253,  1254,  1255,  1256,  1257,  1258,  28591, 28592, 28593, 28594, 28595,
+                                   28596, 28597, 28598, 28599, 28600, 28601, 28603, 28604, 28605, 65001};
+
+/// The whole text as a number; nothing if it is none or beyond the type.
+template <class Number, class... Base>
+std::optional<Number> parseNumber(std::string_view text, Base... base) {
+  Number number{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base...);
+  if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+std::optional<bool> parse(std::string_view text, bool) {
+  const std::string folded = foldName(text);
+  if (folded == "true" || folded == "1") return true;
+  if (folded == "false" || folded == "0") return false;
+  return std::nullopt;
+}
+
+std::optional<int32_t> parse(std::string_view text, int32_t) {
+  return parseNumber<int32_t>(text);
+}
+
+std::optional<uint32_t> parse(std::string_view text, uint32_t) {
+  if (text.starts_with("0x") || text.starts_with("0X")) return parseNumber<uint32_t>(text.substr(2), 16);
+  return parseNumber<uint32_t>(text);
+}
+
+std::optional<double> parse(std::string_view text, double) {
+  const std::optional<double> number = parseNumber<double>(text);
+  return number && std::isfinite(*number) ? number : std::nullopt;
+}
+
+std::optional<MOVAString> parse(std::string_view text, const MOVAString&) {
+  return toUtf16(text);
+}
+
+constexpr std::string_view typeName(bool) {
+  return "true or false";
+}
+constexpr std::string_view typeName(int32_t) {
+  return "a whole number from -2147483648 to 2147483647";
+}
+constexpr std::string_view typeName(uint32_t) {
+  return "a colour: 0xAARRGGBB or a number from 0 to 4294967295";
+}
+constexpr std::string_view typeName(double) {
+  return "a number such as 25 or 29.97";
+}
+std::string_view typeName(const MOVAString&) {
+  return "text in UTF-8";
+}
+
+std::string shown(bool value) {
+  return value ? "true" : "false";
+}
+std::string shown(int32_t value) {
+  return fmt::format("{}", value);
+}
+std::string shown(uint32_t value) {
+  return fmt::format("0x{:08X}", value);
+}
+std::string shown(double value) {
+  return fmt::format("{}", value);
+}
+std::string shown(const MOVAString& value) {
+  return value.empty() ? "empty" : toUtf8(value);
+}
+
+[[noreturn]] void refuse(const Field& field, std::string_view value, std::string_view wanted) {
+  throw Failure(kUsage, fmt::format("--set {}: \"{}\" is not {}", field.name, printable(value), wanted));
+}
+
+const Field& findField(std::string_view name) {
+  std::vector<std::string> names;
+  for (const Field& field : kFields) {
+    if (foldName(field.name) == foldName(name)) return field;
+    names.emplace_back(field.name);
+  }
+  std::string message = fmt::format("--set: there is no field \"{}\"", printable(name));
+  const std::vector<std::string> near = nearestNames(name, names);
+  if (!near.empty()) message += fmt::format("; did you mean {}?", fmt::join(near, ", "));
+  throw Failure(kUsage, message + " (mova convert --help lists the fields)");
+}
+
+}  // namespace
+
+void assignField(MOVASettings& settings, std::string_view assignment) {
+  const size_t equals = assignment.find('=');
+  if (equals == std::string_view::npos) {
+    throw Failure(kUsage, fmt::format("--set {}: write FIELD=VALUE, as in --set FrameRate=25", printable(assignment)));
+  }
+  const Field& field = findField(assignment.substr(0, equals));
+  const std::string_view value = assignment.substr(equals + 1);
+  std::visit(
+      [&](auto member) {
+        const auto parsed = parse(value, settings.*member);
+        if (!parsed) refuse(field, value, typeName(settings.*member));
+        settings.*member = *parsed;
+      },
+      field.member);
+
+  // Two fields take less than their types hold.
+  if (field.member == Member(&MOVASettings::FrameRate) && settings.FrameRate <= 0) {
+    refuse(field, value, "a number of frames per second above 0");
+  }
+  if (field.member == Member(&MOVASettings::CodePage) && settings.CodePage != 0 &&
+      std::find(kCodePages.begin(), kCodePages.end(), settings.CodePage) == kCodePages.end()) {
+    refuse(field, value, fmt::format("a known code page: 0 to detect, or {}", fmt::join(kCodePages, ", ")));
+  }
+}
+
+std::string describeFields() {
+  const MOVASettings defaults = getDefaultSettings();
+  std::string text = "Fields for --set, with their defaults:\n";
+  for (const Field& field : kFields) {
+    if (field.help.empty()) continue;
+    const std::string value = std::visit([&](auto member) { return shown(defaults.*member); }, field.member);
+    text += fmt::format("  {:<20} {}; default {}\n", field.name, field.help, value);
+  }
+  text +=
+      "  Reserved0 to Reserved10 are accepted and read by nothing.\n"
+      "  Colours are 0xAARRGGBB (alpha, red, green, blue) or a decimal number; switches are true, false, 1 or 0.\n";
+  return text + fmt::format("  Code pages: {}.\n", fmt::join(kCodePages, ", "));
+}
+
+}  // namespace mova::cli

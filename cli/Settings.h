@@ -1,0 +1,18 @@
+/// The fields of MOVASettings as users write them: --set FIELD=VALUE.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "mova/mova.h"
+
+namespace mova::cli {
+
+/// Sets one field from "FIELD=VALUE"; the case of FIELD is ignored. Throws a Failure with status kUsage that tells what
+/// is wrong: the form, the name or the value.
+void assignField(MOVASettings& settings, std::string_view assignment);
+
+/// The list of all fields with what they hold, their defaults and units, for --help.
+std::string describeFields();
+
+}  // namespace mova::cli

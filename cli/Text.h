@@ -1,0 +1,27 @@
+/// Texts between the user, who writes UTF-8, and the library, which takes UTF-16.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "mova/mova.h"
+
+namespace mova::cli {
+
+/// Nothing if the text is not valid UTF-8.
+std::optional<MOVAString> toUtf16(std::string_view text);
+/// Lone surrogates become U+FFFD.
+std::string toUtf8(std::u16string_view text);
+
+/// ASCII letters in lower case, blanks removed: two names are the same if their folded forms are.
+std::string foldName(std::string_view name);
+
+/// The few names that someone who typed `wanted` may have meant, the likeliest first.
+std::vector<std::string> nearestNames(std::string_view wanted, const std::vector<std::string>& names);
+
+/// A name for a message: control characters, which could break the line or the terminal, become "?".
+std::string printable(std::string_view text);
+
+}  // namespace mova::cli
