@@ -1,6 +1,5 @@
 #include <fmt/format.h>
 #include <iconv.h>
-#include <utf8.h>
 
 #include <algorithm>
 #include <array>
@@ -11,19 +10,17 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <type_traits>
 
 #include "movautil/MovaUtil.h"
-#include "movautil/Utf.h"
 
 namespace {
 
 constexpr uint32_t CaptionFilePage = 5;  // the number by which the binary caption formats know their 8-bit text
 constexpr uint32_t AnsiPage = 1252;
-constexpr uint32_t Utf8Page = 65001;
 constexpr uint32_t SingleBytePages[] = {437, 850, 852, 866, 874, 1250, 1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258};
 constexpr uint32_t MultiBytePages[] = {932, 936, 949, 950};
+constexpr uint32_t Utf8Page = 65001;
 constexpr uint32_t FirstIso8859Page = 28591;  // 28590 + n is ISO-8859-n
 constexpr uint32_t LastIso8859Page = 28605;
 
@@ -77,6 +74,7 @@ CodePage openCodePage(uint32_t number) {
   };
   if (isOneOf(SingleBytePages)) return {readUnitTable(fmt::format("CP{}", number)), nullptr};
   if (isOneOf(MultiBytePages)) return {nullptr, openConverter(fmt::format("CP{}", number))};
+  if (number == Utf8Page) return {nullptr, openConverter("UTF-8")};
   if (number >= FirstIso8859Page && number <= LastIso8859Page)
     return {readUnitTable(fmt::format("ISO-8859-{}", number - FirstIso8859Page + 1)), nullptr};
   return {};
@@ -90,18 +88,20 @@ const CodePage& keptCodePage(uint32_t number) {
   return found->second;
 }
 
-// Each of these gives the number of units, which no page makes more than the bytes: the room of the destination.
+// Each of these gives the number of units.
 
-size_t decodeSingleByte(std::string_view text, char16_t* destination, const UnitTable& table) {
-  for (const char byte : text) *destination++ = table[static_cast<unsigned char>(byte)];
-  return text.size();
+/// Reads no byte behind the last one that there is room for.
+size_t decodeSingleByte(const char* source, char16_t* destination, size_t room, const UnitTable& table) {
+  const size_t length = strnlen(source, room);
+  for (size_t i = 0; i < length; ++i) destination[i] = table[static_cast<unsigned char>(source[i])];
+  return length;
 }
 
-size_t decodeMultiByte(std::string_view text, char16_t* destination, const Converter& converter) {
-  char* in = const_cast<char*>(text.data());
-  size_t inLeft = text.size();
+size_t decodeMultiByte(const char* source, char16_t* destination, size_t room, const Converter& converter) {
+  char* in = const_cast<char*>(source);
+  size_t inLeft = std::strlen(source);
   char* out = reinterpret_cast<char*>(destination);
-  size_t outLeft = text.size() * sizeof *destination;
+  size_t outLeft = room * sizeof *destination;
   iconv(converter.get(), nullptr, nullptr, nullptr, nullptr);  // forget what an earlier text left
   while (iconv(converter.get(), &in, &inLeft, &out, &outLeft) == static_cast<size_t>(-1) && errno != E2BIG &&
          outLeft >= sizeof ReplacementCharacter) {
@@ -111,28 +111,19 @@ size_t decodeMultiByte(std::string_view text, char16_t* destination, const Conve
     ++in;
     --inLeft;
   }
-  return text.size() - outLeft / sizeof *destination;
-}
-
-size_t decodeLenientUtf8(std::string_view text, char16_t* destination) {
-  std::string repaired;
-  utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(repaired), ReplacementCharacter);
-  return mova::decodeUtf8(repaired, destination, text.size()).value_or(0);
+  return room - outLeft / sizeof *destination;
 }
 
 }  // namespace
 
 uint32_t movaStr_CodePage_to_UTF16(char16_t* destination, const char* source, uint32_t count, uint32_t codePage) {
   if (count == 0) return 0;
-  const std::string_view text(source, strnlen(source, count));
   const CodePage& page = keptCodePage(codePage == CaptionFilePage ? AnsiPage : codePage);
   size_t written = 0;
   if (page.SingleByte) {
-    written = decodeSingleByte(text, destination, *page.SingleByte);
+    written = decodeSingleByte(source, destination, count, *page.SingleByte);
   } else if (page.MultiByte) {
-    written = decodeMultiByte(text, destination, page.MultiByte);
-  } else if (codePage == Utf8Page) {
-    written = decodeLenientUtf8(text, destination);
+    written = decodeMultiByte(source, destination, count, page.MultiByte);
   } else {
     *destination = 0;
     return 0;

@@ -57,12 +57,11 @@ MOVAUTIL_API uint32_t movaStr_UTF8_to_UTF16(char16_t* destination, const char* s
 MOVAUTIL_API uint32_t movaStr_ANSI_to_UTF16(char16_t* destination, const char* source, uint32_t count);
 
 /// As movaStr_ANSI_to_UTF16, for a code page by its Windows number: 1250 to 1258, 437, 850, 852, 866, 874, 932, 936,
-/// 949, 950, 28591 to 28605 and 65001; 5 stands for 1252. At most `count` bytes are read, up to the first zero byte,
-/// and at most `count` units written: what cuts a text of several bytes per character to a number of units hands over
-/// all bytes of it and cuts the result.
+/// 949, 950, 28591 to 28605 and 65001; 5 stands for 1252. In single-byte pages an undefined byte becomes the unit of
+/// the same value, in the others (932 to 950 and 65001) an undecodable byte becomes U+FFFD and no character is cut in
+/// two. An unknown page (28602 is one) gives 0 and the empty text.
 ///
-/// In single-byte pages an undefined byte becomes the unit of the same value. In the others an undecodable byte becomes
-/// U+FFFD, and so does, in 65001, each malformed sequence. An unknown page (28602 is one) gives 0 and the empty text.
+/// From a single-byte page no more than `count` bytes are read, so that as many need no zero byte behind them.
 MOVAUTIL_API uint32_t movaStr_CodePage_to_UTF16(char16_t* destination, const char* source, uint32_t count,
                                                 uint32_t codePage);
 
