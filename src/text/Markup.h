@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include "movautil/WideString.h"
+#include "text/Regex.h"
 
 namespace mova {
 
@@ -11,9 +12,14 @@ namespace mova {
 /// purpose: "&amp;lt;" ends up as "<". Numeric references stay. Changes the text and returns it.
 WString& decodeHtmlEntities(WString& text);
 
-/// The text without the tags that bear one of the names, case ignored. What counts as a tag's name is the group of the
-/// pattern `<\s*/?\s*([^\s>]+)[^>]*>`, in whose brackets "\" and "s" are excluded characters: the name runs up to the
-/// first "s", "\" or ">", attributes included.
+/// What counts as a tag: `<\s*/?\s*([^\s>]+)[^>]*>`. Group 1 is the tag's name. In the brackets "\" and "s" are
+/// excluded characters and blanks are not, so the name runs up to the first "s", "\" or ">", attributes included:
+/// `<font size="2">` bears the name "font ", `<span>` is no tag, and `</span>` bears the name "/".
+const Regex& tagRegex();
+
+/// The text without the tags that bear one of the names, ASCII case ignored. What is a tag and what is its name are as
+/// `tagRegex` has it, found in one linear pass. The text is taken as UTF-8: it ends at its first zero unit, and lone
+/// surrogates become U+FFFD.
 WString removeTagsNamed(WStringView text, std::initializer_list<WStringView> names);
 
 /// The text without "<i>", "<b>", "<u>", "<p>" and "<font>" in their plain forms. A text that holds "< " goes through
