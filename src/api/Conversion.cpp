@@ -39,14 +39,6 @@ WString convertToFormat(WStringView formatName, WString& outputPath, Subtitle& s
   return text;
 }
 
-/// The text as a C string in UTF-8: a zero unit ends it.
-std::string toUtf8(const WString& text) {
-  const auto units = static_cast<uint32_t>(cText(text).size());
-  std::string bytes(movaStr_UTF16_to_UTF8(nullptr, text.c_str(), units), '\0');
-  movaStr_UTF16_to_UTF8(bytes.data(), text.c_str(), static_cast<uint32_t>(bytes.size()));
-  return bytes;
-}
-
 /// Failures are not looked at: the caller of the library learns of them on the disk only.
 void writeFile(const WString& path, const std::string& bytes) {
   const int file = open(wideToString(cText(path)).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
@@ -78,7 +70,7 @@ Conversion convertFile(const WString& inputPath, const WString& formatName, cons
   conversion.captions = subtitle.Paragraphs.size();
   const WString text = convertToFormat(formatName, conversion.outputPath, subtitle, conversionFrameRate);
   conversion.code = text.empty() ? 1 : 0;
-  conversion.bytes = toUtf8(text);
+  conversion.bytes = wideToString(cText(text));  // as a C string: a zero unit ends it
   return conversion;
 }
 

@@ -1,8 +1,8 @@
 #include "text/Strings.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdlib>
+#include <iterator>
 
 namespace mova {
 namespace {
@@ -12,6 +12,29 @@ bool isTrimmed(char16_t candidate, char16_t unit) {
 }
 
 }  // namespace
+
+size_t findText(WStringView text, WStringView what, size_t start) {
+  // The first unit is looked for in blocks, which the compiler turns into vector code; the library's own search goes
+  // unit by unit.
+  constexpr size_t block = 16;
+  const char16_t first = what.front();
+  while (start + what.size() <= text.size()) {
+    const char16_t* units = text.data() + start;
+    if (text.size() - start >= block) {
+      bool hit = false;
+      for (size_t i = 0; i < block; ++i) hit |= units[i] == first;
+      if (!hit) {
+        start += block;
+        continue;
+      }
+    }
+    const size_t stop = std::min(start + block, text.size() - what.size() + 1);
+    for (; start < stop; ++start) {
+      if (text[start] == first && text.substr(start, what.size()) == what) return start;
+    }
+  }
+  return WStringView::npos;
+}
 
 bool isAllDigits(WStringView text) {
   return std::all_of(text.begin(), text.end(), isDigit);
@@ -73,7 +96,7 @@ std::vector<WString> splitOnChar(WStringView text, char16_t delimiter, bool remo
 WString replaceAll(WStringView text, WStringView what, WStringView with) {
   WString result;
   size_t start = 0;
-  for (size_t hit; (hit = text.find(what, start)) != WStringView::npos; start = hit + what.size()) {
+  for (size_t hit; (hit = findText(text, what, start)) != WStringView::npos; start = hit + what.size()) {
     result += text.substr(start, hit - start);
     result += with;
   }
@@ -82,7 +105,7 @@ WString replaceAll(WStringView text, WStringView what, WStringView with) {
 }
 
 WString& replaceAllInPlace(WString& text, WStringView what, WStringView with) {
-  if (text.find(what) != WString::npos) text = replaceAll(text, what, with);
+  if (findText(text, what) != WString::npos) text = replaceAll(text, what, with);
   return text;
 }
 
@@ -96,15 +119,19 @@ bool equalsIgnoreCase(WStringView a, WStringView b) {
 }
 
 void appendNumber(WString& out, int64_t value, int width) {
-  char digits[20];
-  const uint64_t magnitude = value < 0 ? 0 - static_cast<uint64_t>(value) : static_cast<uint64_t>(value);
-  const char* const end = std::to_chars(digits, digits + sizeof digits, magnitude).ptr;
+  uint64_t magnitude = value < 0 ? 0 - static_cast<uint64_t>(value) : static_cast<uint64_t>(value);
+  char16_t digits[20];
+  char16_t* const end = std::end(digits);
+  char16_t* begin = end;
+  do *--begin = static_cast<char16_t>(u'0' + magnitude % 10);
+  while ((magnitude /= 10) != 0);
   if (value < 0) {
     out += u'-';
     --width;
   }
-  for (auto length = end - digits; length < width; ++length) out += u'0';
-  for (const char* digit = digits; digit != end; ++digit) out += static_cast<char16_t>(*digit);
+  const auto length = static_cast<int>(end - begin);
+  if (length < width) out.append(static_cast<size_t>(width - length), u'0');
+  out.append(begin, end);
 }
 
 WString fileBaseName(WStringView path) {

@@ -53,7 +53,11 @@ std::vector<WStringView> splitViews(WStringView text, WStringView delimiters, bo
 /// it.
 std::vector<WString> splitOnChar(WStringView text, char16_t delimiter, bool removeEmpty);
 
-// --- Replacing. From the left; the scan goes on behind an inserted text. `what` is never empty.
+// --- Searching and replacing. From the left; the scan goes on behind an inserted text. `what` is never
+// empty.
+
+/// As WStringView::find, much faster on long texts.
+size_t findText(WStringView text, WStringView what, size_t start = 0);
 
 WString replaceAll(WStringView text, WStringView what, WStringView with);
 /// Changes the string and also returns a copy of it, so that replacements can be chained; use the reference instead

@@ -23,26 +23,27 @@ const Regex& subRipStrictTimeLine() {
   return regex;
 }
 
-/// "00:00:00,000 --> 00:00:00,000" with any digits, and any of `separators` before the milliseconds. Nearly all time
-/// lines look like this, and the slow ways give the same result for them.
-bool hasPlainTimeShape(WStringView line, WStringView separators) {
-  constexpr WStringView shape = u"00:00:00,000 --> 00:00:00,000";
-  if (line.size() != shape.size()) return false;
-  for (size_t i = 0; i < shape.size(); ++i) {
-    const bool fits = shape[i] == u'0'   ? isDigit(line[i])
-                      : shape[i] == u',' ? separators.find(line[i]) != WStringView::npos
-                                         : line[i] == shape[i];
-    if (!fits) return false;
+/// "00:00:00", "," and "000", with any digits, and any of `separators` before the milliseconds.
+bool isPlainTime(const char16_t* units, WStringView separators) {
+  for (size_t digit : {0, 1, 3, 4, 6, 7, 9, 10, 11}) {
+    if (!isDigit(units[digit])) return false;
   }
-  return true;
+  return units[2] == u':' && units[5] == u':' && separators.find(units[8]) != WStringView::npos;
+}
+
+/// "00:00:00,000 --> 00:00:00,000". Nearly all time lines look like this, and the slow ways give the same result for
+/// them.
+bool hasPlainTimeShape(WStringView line, WStringView separators) {
+  return line.size() == 29 && line.substr(12, 5) == u" --> " && isPlainTime(line.data(), separators) &&
+         isPlainTime(line.data() + 17, separators);
 }
 
 /// Whether the line matches SubRipTimeLine. A match begins with a digit or "-", ends in a digit and holds an arrow,
 /// which most lines don't.
 bool isTimeLine(WStringView line) {
+  if (hasPlainTimeShape(line, u",:")) return true;
   line = cText(line);
   if (line.empty() || (!isDigit(line.front()) && line.front() != u'-') || !isDigit(line.back())) return false;
-  if (hasPlainTimeShape(line, u",:")) return true;
   return line.find(u"-->") != WStringView::npos && subRipTimeLine().Matches(line);
 }
 
@@ -124,7 +125,7 @@ WString SubRip::WriteText(const Subtitle& subtitle, const WString&) {
     paragraph->EndTime.AppendTo(result);
     result += u"\r\n";
     const WStringView text = cText(paragraph->Text);
-    if (text.find(u"\r\n\r\n") == WStringView::npos) {
+    if (findText(text, u"\r\n\r\n") == WStringView::npos) {
       result += text;
     } else {
       result += replaceAll(replaceAll(text, u"\r\n\r\n", u"\r\n"), u"\r\n\r\n", u"\r\n");
@@ -212,9 +213,7 @@ void SubRip::ReadTextLine(WStringView line) {
   if (!text.empty()) text += u"\r\n";
   const size_t begin = text.size();
   text += line;
-  for (size_t i = begin; i < text.size(); ++i) {
-    if (text[i] == 0) text[i] = u' ';
-  }
+  for (size_t i = begin; i < text.size(); ++i) text[i] = text[i] == 0 ? u' ' : text[i];
   text.resize(begin + trimEndView(WStringView(text).substr(begin)).size());
 }
 
