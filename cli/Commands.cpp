@@ -37,8 +37,8 @@ void printMessage(const std::string& message) {
 }
 
 const Format& chooseTarget(const ConvertOptions& options) {
-  if (!options.target.empty()) return findFormat(options.target);
-  const std::string extension = std::filesystem::path(options.output).extension();
+  if (options.target) return findFormat(*options.target);
+  const std::string extension = std::filesystem::path(options.output.value_or("")).extension();
   if (extension.size() <= 1) {
     throw Failure(kUsage, "--to is missing: name the format to convert to, as in --to WebVTT (mova formats lists all)");
   }
@@ -64,10 +64,11 @@ void report(const Outcome& outcome, const Format& target, const ConvertOptions& 
 }  // namespace
 
 int convertCommand(const ConvertOptions& options) {
+  if (options.output == "") throw Failure(kUsage, "--output is empty: name a file or a directory");
   const Format& target = chooseTarget(options);
   MOVASettings settings = getDefaultSettings();
   for (const std::string& assignment : options.assignments) assignField(settings, assignment);
-  const Outcome outcome = convertOne(options.input, target, options.output, settings);
+  const Outcome outcome = convertOne(options.input, target, options.output.value_or(""), settings);
   report(outcome, target, options);
   return outcome.status;
 }

@@ -2,6 +2,7 @@
 /// end it by a Failure.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,8 +10,8 @@ namespace mova::cli {
 
 struct ConvertOptions {
   std::string input;
-  std::string target;                    ///< --to; empty: the extension of `output` decides
-  std::string output;                    ///< --output; empty: beside the input
+  std::optional<std::string> target;     ///< --to; without it the extension of `output` decides
+  std::optional<std::string> output;     ///< --output; without it the output goes beside the input
   std::vector<std::string> assignments;  ///< --set, each "FIELD=VALUE"
   bool quiet = false;
   bool json = false;

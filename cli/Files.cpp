@@ -22,6 +22,8 @@ namespace {
 /// The library opens paths whose UTF-8 form is shorter than this.
 constexpr size_t kLongestPath = 260;
 
+constexpr std::string_view kStandardOutput = "/dev/stdout";
+
 class FileDescriptor {
  public:
   explicit FileDescriptor(int fd) : fd_(fd) {}
@@ -112,6 +114,7 @@ void copyRights(int fd, const struct stat& from) {
 }  // namespace
 
 struct stat checkInput(const std::string& path) {
+  if (path.empty()) throw Failure(kNoInput, "the name of the input is empty");
   if (!toUtf16(path)) refuseInput(path, "the name is not UTF-8; rename the file or link to it by another name");
   if (path.size() >= kLongestPath) {
     refuseInput(path, fmt::format("the path has {} bytes, and at most {} can be opened; go into its folder and name it "
@@ -134,7 +137,7 @@ Destination chooseDestination(const std::string& input, const struct stat& input
   struct stat existing {};
   const bool exists = !output.empty() && ::stat(output.c_str(), &existing) == 0;
 
-  if (output == "/dev/stdout" || (exists && (S_ISCHR(existing.st_mode) || S_ISFIFO(existing.st_mode)))) {
+  if (output == kStandardOutput || (exists && (S_ISCHR(existing.st_mode) || S_ISFIFO(existing.st_mode)))) {
     return {output, true};
   }
   if (exists && S_ISDIR(existing.st_mode)) return {path / stem += target.extension};
@@ -170,7 +173,7 @@ void writeFile(const std::string& name, std::string_view bytes) {
 
   const SignalsHeld held;
   auto [fd, temporary] = createBeside(path);
-  if (fd < 0) refuseOutput(name, lastError());
+  if (fd < 0) refuseOutput(name, errno == ENOENT ? "there is no such directory" : lastError());
   FileDescriptor file(fd);
   if (exists) copyRights(fd, existing);
   if (!writeAll(fd, bytes) || !file.close() || std::rename(temporary.c_str(), path.c_str()) != 0) {
@@ -181,7 +184,8 @@ void writeFile(const std::string& name, std::string_view bytes) {
 }
 
 void writeStream(const std::string& path, std::string_view bytes) {
-  FileDescriptor stream(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+  // Opened anew, a file that standard output is redirected to would be written from its start again.
+  FileDescriptor stream(path == kStandardOutput ? ::dup(STDOUT_FILENO) : ::open(path.c_str(), O_WRONLY | O_CLOEXEC));
   if (!stream.isOpen() || !writeAll(stream.get(), bytes) || !stream.close()) refuseOutput(path, lastError());
 }
 

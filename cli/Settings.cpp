@@ -3,11 +3,12 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <optional>
+#include <utility>
 #include <variant>
+#include <vector>
 
 #include "Failure.h"
 #include "Text.h"
@@ -70,10 +71,23 @@ const Field kFields[] = {
 };
 // clang-format on
 
-/// The code pages that the library decodes, beside 0, which detects.
-constexpr std::array kCodePages = {5,     437,   850,   852,   866,   874,   932,   936,   949,   950,   1250,  1251,
-                                   1252,  1253,  1254,  1255,  1256,  1257,  1258,  28591, 28592, 28593, 28594, 28595,
-                                   28596, 28597, 28598, 28599, 28600, 28601, 28603, 28604, 28605, 65001};
+/// The code pages that the library decodes, beside 0, which detects; first and last number of each run.
+constexpr std::pair<int32_t, int32_t> kCodePages[] = {
+    {5, 5},     {437, 437}, {850, 850},   {852, 852},     {866, 866},     {874, 874},    {932, 932},
+    {936, 936}, {949, 950}, {1250, 1258}, {28591, 28601}, {28603, 28605}, {65001, 65001}};
+
+bool isCodePage(int32_t number) {
+  return std::any_of(std::begin(kCodePages), std::end(kCodePages),
+                     [&](const auto& run) { return run.first <= number && number <= run.second; });
+}
+
+std::string listCodePages() {
+  std::vector<std::string> runs;
+  for (const auto& [first, last] : kCodePages) {
+    runs.push_back(first == last ? fmt::format("{}", first) : fmt::format("{} to {}", first, last));
+  }
+  return fmt::format("{}", fmt::join(runs, ", "));
+}
 
 /// The whole text as a number; nothing if it is none or beyond the type.
 template <class Number, class... Base>
@@ -178,9 +192,8 @@ void assignField(MOVASettings& settings, std::string_view assignment) {
   if (field.member == Member(&MOVASettings::FrameRate) && settings.FrameRate <= 0) {
     refuse(field, value, "a number of frames per second above 0");
   }
-  if (field.member == Member(&MOVASettings::CodePage) && settings.CodePage != 0 &&
-      std::find(kCodePages.begin(), kCodePages.end(), settings.CodePage) == kCodePages.end()) {
-    refuse(field, value, fmt::format("a known code page: 0 to detect, or {}", fmt::join(kCodePages, ", ")));
+  if (field.member == Member(&MOVASettings::CodePage) && settings.CodePage != 0 && !isCodePage(settings.CodePage)) {
+    refuse(field, value, fmt::format("a known code page: 0 to detect, or {}", listCodePages()));
   }
 }
 
@@ -194,8 +207,10 @@ std::string describeFields() {
   }
   text +=
       "  Reserved0 to Reserved10 are accepted and read by nothing.\n"
-      "  Colours are 0xAARRGGBB (alpha, red, green, blue) or a decimal number; switches are true, false, 1 or 0.\n";
-  return text + fmt::format("  Code pages: {}.\n", fmt::join(kCodePages, ", "));
+      "A colour is 0xAARRGGBB (alpha, red, green, blue; those of D-Cinema 0xBBGGRRAA) or a decimal number; a switch "
+      "is\n"
+      "true, false, 1 or 0. With a code page the first line of the input is skipped; the known ones are\n";
+  return text + listCodePages() + ".\n";
 }
 
 }  // namespace mova::cli

@@ -60,9 +60,10 @@ std::string foldName(std::string_view name) {
 std::vector<std::string> nearestNames(std::string_view wanted, const std::vector<std::string>& names) {
   const std::string sought = foldName(wanted);
   if (sought.empty()) return {};
-  // Half of the letters may be wrong before a name is no longer a likely meaning; a name that contains what was typed
+  // A third of the letters may be wrong before a name is no longer a likely meaning; a name that contains what was
+  // typed
   // ("ssa font" or "timed text") is always one.
-  const size_t tolerated = std::max<size_t>(1, sought.size() / 2);
+  const size_t tolerated = (sought.size() + 2) / 3;
   std::vector<std::pair<size_t, std::string>> near;
   for (const std::string& name : names) {
     const std::string folded = foldName(name);

@@ -11,6 +11,7 @@
 #include "Commands.h"
 #include "Failure.h"
 #include "Settings.h"
+#include "Text.h"
 
 namespace {
 
@@ -24,6 +25,8 @@ constexpr const char* kExamples =
     "  mova convert --help                      tells all about converting\n";
 
 constexpr const char* kConvertHelp =
+    "FORMAT is a name that `mova formats` lists, case and blanks ignored, or an extension that only one format has.\n"
+    "Without --to the extension of PATH decides. The output always gets the extension of its format.\n"
     "Without --output the output goes beside the input, under its name with the extension of FORMAT; if that is the\n"
     "input itself, \".converted\" is put in front of the extension. An existing file is replaced once the whole "
     "output\n"
@@ -72,6 +75,7 @@ class CommandLine {
     } catch (const CLI::Success& wish) {  // --help or --version
       return app_.exit(wish, std::cout, std::cerr);
     } catch (const CLI::ParseError& error) {
+      if (app_.get_subcommands().empty() && argc > 1 && argv[1][0] != '-') refuseCommand(argv[1]);
       const CLI::App* command = app_.get_subcommands().empty() ? &app_ : app_.get_subcommands().front();
       const std::string name = command == &app_ ? "mova" : "mova " + command->get_name();
       throw Failure(kUsage, fmt::format("{} ({} --help tells how)", error.what(), name));
@@ -82,15 +86,19 @@ class CommandLine {
   }
 
  private:
+  [[noreturn]] void refuseCommand(const std::string& name) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app_.get_subcommands({})) names.push_back(command->get_name());
+    throw Failure(kUsage, fmt::format("there is no command \"{}\"; the commands are {} (mova --help tells how)",
+                                      printable(name), fmt::join(names, ", ")));
+  }
+
   void addConvert() {
     CLI::App* command = app_.add_subcommand("convert", "Convert a caption file to another format");
     command->add_option("INPUT", convert_.input, "The file to read; its format is found out")
         ->type_name("")
         ->required();
-    command
-        ->add_option("--to", convert_.target,
-                     "The format to write: a name that `mova formats` lists, case and "
-                     "blanks ignored, or an extension that only one format has")
+    command->add_option("--to", convert_.target, "The format to write: its name, or an extension that only it has")
         ->type_name("FORMAT");
     command->add_option("--output", convert_.output, "The file to write, or a directory for it")->type_name("PATH");
     command->add_option("--set", convert_.assignments, "Change a setting (see below); may be repeated")
