@@ -29,10 +29,6 @@ WString TimeCode::ToString() const {
 
 WString TimeCode::ToFrameString() const {
   const int64_t total = cutToInt64(TotalMilliseconds);
-  int32_t frames = lowInt32(rounded(static_cast<double>(total % 1000) / (1000.0 / GlobalSettings.FrameRate)));
-  // The limit is 30 at every rate; at 50 or 60 frames the second half of a second ends up here too.
-  if (frames >= 30) frames = cutToInt32(static_cast<double>(static_cast<float>(GlobalSettings.FrameRate)) - 0.01);
-
   WString text;
   appendNumber(text, total / 3600000 % 24, 2);
   text += u':';
@@ -40,8 +36,14 @@ WString TimeCode::ToFrameString() const {
   text += u':';
   appendNumber(text, total / 1000 % 60, 2);
   text += u'.';
-  appendNumber(text, frames, 2);
+  appendNumber(text, millisecondsToFrames(total % 1000), 2);
   return text;
+}
+
+int32_t millisecondsToFrames(int64_t milliseconds) {
+  const int64_t frames = rounded(static_cast<double>(milliseconds) / (1000.0 / GlobalSettings.FrameRate));
+  if (frames < 30) return lowInt32(frames);
+  return cutToInt32(static_cast<double>(static_cast<float>(GlobalSettings.FrameRate)) - 0.01);
 }
 
 int32_t framesToMilliseconds(int32_t frames) {

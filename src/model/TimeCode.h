@@ -20,6 +20,10 @@ struct TimeCode {
   WString ToFrameString() const;
 };
 
+/// The frame at `FrameRate` of the milliseconds within a second, rounded. The limit is 30 at every rate: from there on
+/// it is the last frame of the second, so that at 50 or 60 frames the whole second half ends up there, on purpose.
+int32_t millisecondsToFrames(int64_t milliseconds);
+
 /// 1000 / `FrameRate` times `frames`, rounded, at most 999.
 int32_t framesToMilliseconds(int32_t frames);
 
