@@ -1,0 +1,17 @@
+/// Made-up programmes of any length for the benchmarks.
+#pragma once
+
+#include "model/Subtitle.h"
+
+namespace mova {
+
+/// Captions of two lines each, one every two and a half seconds; some in italics, some with accents.
+Subtitle makeProgramme(int captions);
+
+/// A format by its name.
+std::unique_ptr<SubtitleFormat> formatNamed(WStringView name);
+
+/// The file that the programme becomes in that format.
+std::string makeFile(WStringView format, int captions);
+
+}  // namespace mova
