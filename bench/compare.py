@@ -6,7 +6,7 @@ import sys
 import tempfile
 import time
 
-MOVA = "build/release/bin/mova"
+MOVA = os.environ.get("MOVA", "build/release/bin/mova")
 FIRST = ["The tide had turned before", "Nobody in the café looked up", "We were told to wait here", "Did you hear the bell?"]
 SECOND = ["the captain came on deck.", "when the train went by.", "until the lamps were lit.", "No, it was the wind."]
 

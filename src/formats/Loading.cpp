@@ -18,7 +18,7 @@ std::unique_ptr<SubtitleFormat> Subtitle::LoadSubtitle(const WString& path) {
     if (!format->Recognizes(lines, path)) continue;
     Header.clear();
     format->LoadFlag = false;
-    format->LoadSubtitle(*this, lines, path);
+    if (!format->TakeTrial(*this)) format->LoadSubtitle(*this, lines, path);
     LoadedFormat = format.get();
     WasLoadedWithFrameNumbers = !format->IsTimeBased();
     return std::move(format);

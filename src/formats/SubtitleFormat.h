@@ -36,6 +36,10 @@ class SubtitleFormat {
 
   virtual bool IsTextBased() const { return true; }
 
+  /// Moves what the trial of Recognizes loaded into the subtitle, where loading it again would give the same. Answers
+  /// false, and does nothing, where it has to be loaded.
+  bool TakeTrial(Subtitle& subtitle);
+
   virtual ~SubtitleFormat() = default;
 
   bool LoadFlag = false;  ///< Cleared on the chosen format before it loads; read by nothing.
@@ -45,6 +49,13 @@ class SubtitleFormat {
  protected:
   /// The trial of the default Recognizes, for formats that take a first look at the lines.
   bool LoadsMoreThanErrors(const Lines& lines, const WString& fileName);
+
+  /// Whether LoadSubtitle depends on nothing but the lines: not on what an earlier load left in this instance or in
+  /// process-wide state, nor on the subtitle's `FileName`. The winner's trial then counts as its load.
+  virtual bool LoadDependsOnLinesOnly() const { return false; }
+
+ private:
+  std::unique_ptr<Subtitle> trial_;
 };
 
 }  // namespace mova

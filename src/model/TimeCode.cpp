@@ -12,13 +12,21 @@ void TimeCode::AppendTo(WString& out) const {
   const int64_t cut = cutToInt64(TotalMilliseconds);
   const uint64_t magnitude = cut < 0 ? 0 - static_cast<uint64_t>(cut) : static_cast<uint64_t>(cut);
   if (TotalMilliseconds < 0) out += u'-';
-  appendNumber(out, static_cast<int64_t>(magnitude / 3600000), 2);
-  out += u':';
-  appendNumber(out, static_cast<int64_t>(magnitude / 60000 % 60), 2);
-  out += u':';
-  appendNumber(out, static_cast<int64_t>(magnitude / 1000 % 60), 2);
-  out += u':';
-  appendNumber(out, static_cast<int64_t>(magnitude % 1000), 3);
+  if (magnitude >= 360000000) appendNumber(out, static_cast<int64_t>(magnitude / 360000000));
+  // The two last digits of the hours and the rest, which all times have.
+  auto rest = static_cast<uint32_t>(magnitude % 360000000);
+  char16_t digits[] = u"00:00:00:000";
+  const auto put = [&digits, &rest](size_t position, uint32_t base) {
+    digits[position] = static_cast<char16_t>(u'0' + rest % base);
+    rest /= base;
+  };
+  for (size_t position : {11, 10, 9, 7}) put(position, 10);
+  put(6, 6);
+  put(4, 10);
+  put(3, 6);
+  put(1, 10);
+  put(0, 10);
+  out.append(digits, 12);
 }
 
 WString TimeCode::ToString() const {

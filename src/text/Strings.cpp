@@ -13,25 +13,22 @@ bool isTrimmed(char16_t candidate, char16_t unit) {
 
 }  // namespace
 
-size_t findText(WStringView text, WStringView what, size_t start) {
-  // The first unit is looked for in blocks, which the compiler turns into vector code; the library's own search goes
-  // unit by unit.
+size_t findUnit(WStringView text, char16_t unit, size_t start) {
+  // The units are looked at in blocks, which the compiler turns into vector code; the standard search goes one by one.
   constexpr size_t block = 16;
-  const char16_t first = what.front();
-  while (start + what.size() <= text.size()) {
+  for (; start + block <= text.size(); start += block) {
     const char16_t* units = text.data() + start;
-    if (text.size() - start >= block) {
-      bool hit = false;
-      for (size_t i = 0; i < block; ++i) hit |= units[i] == first;
-      if (!hit) {
-        start += block;
-        continue;
-      }
-    }
-    const size_t stop = std::min(start + block, text.size() - what.size() + 1);
-    for (; start < stop; ++start) {
-      if (text[start] == first && text.substr(start, what.size()) == what) return start;
-    }
+    unsigned hits = 0;
+    for (size_t i = 0; i < block; ++i) hits |= units[i] == unit ? 1u : 0u;
+    if (hits != 0) break;
+  }
+  return text.find(unit, start);
+}
+
+size_t findText(WStringView text, WStringView what, size_t start) {
+  while ((start = findUnit(text, what.front(), start)) != WStringView::npos) {
+    if (text.substr(start, what.size()) == what) return start;
+    ++start;
   }
   return WStringView::npos;
 }
@@ -120,17 +117,15 @@ bool equalsIgnoreCase(WStringView a, WStringView b) {
 
 void appendNumber(WString& out, int64_t value, int width) {
   uint64_t magnitude = value < 0 ? 0 - static_cast<uint64_t>(value) : static_cast<uint64_t>(value);
-  char16_t digits[20];
+  char16_t digits[24];
   char16_t* const end = std::end(digits);
   char16_t* begin = end;
-  do *--begin = static_cast<char16_t>(u'0' + magnitude % 10);
-  while ((magnitude /= 10) != 0);
-  if (value < 0) {
-    out += u'-';
-    --width;
-  }
-  const auto length = static_cast<int>(end - begin);
-  if (length < width) out.append(static_cast<size_t>(width - length), u'0');
+  do {
+    *--begin = static_cast<char16_t>(u'0' + magnitude % 10);
+  } while ((magnitude /= 10) != 0);
+  const auto missing = width - static_cast<int>(end - begin) - (value < 0 ? 1 : 0);
+  if (value < 0) out += u'-';
+  if (missing > 0) out.append(static_cast<size_t>(missing), u'0');
   out.append(begin, end);
 }
 

@@ -57,6 +57,7 @@ std::vector<WString> splitOnChar(WStringView text, char16_t delimiter, bool remo
 // empty.
 
 /// As WStringView::find, much faster on long texts.
+size_t findUnit(WStringView text, char16_t unit, size_t start = 0);
 size_t findText(WStringView text, WStringView what, size_t start = 0);
 
 WString replaceAll(WStringView text, WStringView what, WStringView with);

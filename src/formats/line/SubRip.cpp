@@ -114,9 +114,7 @@ bool SubRip::Recognizes(const Lines& lines, const WString& fileName) {
 
 WString SubRip::WriteText(const Subtitle& subtitle, const WString&) {
   WString result;
-  size_t size = 0;
-  for (const auto& paragraph : subtitle.Paragraphs) size += paragraph->Text.size() + 48;
-  result.reserve(size);
+  result.reserve(subtitle.Paragraphs.size() * 112);  // Enough for most; asking each text for its size costs more.
   for (const auto& paragraph : subtitle.Paragraphs) {
     appendNumber(result, paragraph->Number);
     result += u"\r\n";
@@ -210,7 +208,11 @@ void SubRip::ReadTimeCodes(WStringView line) {
 
 void SubRip::ReadTextLine(WStringView line) {
   WString& text = _paragraph->Text;
-  if (!text.empty()) text += u"\r\n";
+  if (text.empty()) {
+    text.reserve(2 * line.size() + 8);  // Most captions have two lines.
+  } else {
+    text += u"\r\n";
+  }
   const size_t begin = text.size();
   text += line;
   for (size_t i = begin; i < text.size(); ++i) text[i] = text[i] == 0 ? u' ' : text[i];

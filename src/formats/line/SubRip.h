@@ -20,6 +20,9 @@ class SubRip : public SubtitleFormat {
   void LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString& fileName) override;
 
  private:
+  /// What `_lastParagraph` keeps of a trial changes the count of errors only, and the text of a block that is gone.
+  bool LoadDependsOnLinesOnly() const override { return true; }
+
   enum Expecting { ExpectingNumber, ExpectingTimeCodes, ExpectingText };
 
   void ReadLine(Subtitle& subtitle, WStringView line, WStringView next, WStringView nextNext);
