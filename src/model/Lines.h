@@ -30,6 +30,9 @@ class Lines {
   /// The line, or an empty one beyond the end of the list.
   WStringView AtOrEmpty(size_t index) const { return index < size() ? (*this)[index] : WStringView(); }
 
+  /// All lines with nothing between them. Valid for as long as any copy of the list lives.
+  WStringView Units() const { return WStringView(text_->units).substr(0, empty() ? 0 : text_->ends.back()); }
+
   /// All lines joined with `separator` behind each but the last.
   WString Joined(WStringView separator) const;
 

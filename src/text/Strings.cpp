@@ -1,6 +1,7 @@
 #include "text/Strings.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <iterator>
 
@@ -127,6 +128,13 @@ void appendNumber(WString& out, int64_t value, int width) {
   if (value < 0) out += u'-';
   if (missing > 0) out.append(static_cast<size_t>(missing), u'0');
   out.append(begin, end);
+}
+
+void appendWhole(WString& out, double value) {
+  constexpr size_t longest = 1 + 309;  // "-" and the digits of the greatest double
+  char digits[longest];
+  const char* const end = std::to_chars(digits, std::end(digits), value, std::chars_format::fixed, 0).ptr;
+  out.append(std::cbegin(digits), end);
 }
 
 WString fileBaseName(WStringView path) {

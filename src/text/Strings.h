@@ -76,6 +76,9 @@ bool equalsIgnoreCase(WStringView a, WStringView b);
 /// Appends a number as "%0<width>d" prints it: the sign counts towards the width.
 void appendNumber(WString& out, int64_t value, int width = 1);
 
+/// Appends a double as "%.0f" prints it: a half goes to the even neighbour, and what rounds to zero keeps its "-".
+void appendWhole(WString& out, double value);
+
 // --- Paths.
 
 /// The part after the last "/" or "\" and before the last "." of what remains.

@@ -150,6 +150,12 @@ TEST(Lines, JoinsWithASeparatorBetweenLines) {
   EXPECT_EQ(Lines().Joined(u"\n"), u"");
 }
 
+TEST(Lines, GivesAllTheirUnitsWithNothingBetweenTheLines) {
+  EXPECT_EQ((Lines{u"a", u"", u"b"}.Units()), u"ab");
+  EXPECT_EQ(Lines().Units(), u"");
+  EXPECT_EQ(decodeLines("first\nse\r\ncond", 0).Units(), u"second");
+}
+
 TEST(Lines, GivesAnEmptyLineBeyondTheEnd) {
   const Lines lines{u"a"};
   EXPECT_EQ(lines.AtOrEmpty(0), u"a");

@@ -103,6 +103,33 @@ TEST(AppendNumber, PadsWithZerosAndCountsTheSign) {
   EXPECT_EQ(number(std::numeric_limits<int64_t>::min(), 2), u"-9223372036854775808");
 }
 
+WString whole(double value) {
+  WString text;
+  appendWhole(text, value);
+  return text;
+}
+
+TEST(AppendWhole, RoundsHalvesToTheEvenNeighbour) {
+  EXPECT_EQ(whole(0.5), u"0");
+  EXPECT_EQ(whole(1.5), u"2");
+  EXPECT_EQ(whole(2.5), u"2");
+  EXPECT_EQ(whole(1500.4999), u"1500");
+  EXPECT_EQ(whole(3723450.0), u"3723450");
+}
+
+TEST(AppendWhole, KeepsTheSignOfWhatRoundsToZero) {
+  EXPECT_EQ(whole(-0.0), u"-0");
+  EXPECT_EQ(whole(-0.4), u"-0");
+  EXPECT_EQ(whole(-1500.5), u"-1500");
+}
+
+TEST(AppendWhole, WritesEveryDigitOfHugeValues) {
+  EXPECT_EQ(whole(9223372036854775807.0), u"9223372036854775808");
+  EXPECT_EQ(whole(-std::numeric_limits<double>::max()).size(), 310u);
+  EXPECT_EQ(whole(std::numeric_limits<double>::infinity()), u"inf");
+  EXPECT_EQ(whole(-std::numeric_limits<double>::quiet_NaN()), u"-nan");
+}
+
 TEST(Paths, GiveTheirBaseName) {
   EXPECT_EQ(fileBaseName(u"/a/b.c/film.de.srt"), u"film.de");
   EXPECT_EQ(fileBaseName(u"C:\\a.b\\film"), u"film");
