@@ -2,7 +2,8 @@
 //
 // Each conversion runs in a process of its own, forked from one that has never converted anything, so that no test sees
 // state that another one left. With MOVA_COMMAND set to the path of the command `mova`, that command converts instead
-// of the library that this program is linked to.
+// of the library that this program is linked to; with MOVA_HOST_LOCALE the library converts in a host that has set that
+// locale.
 #include <gtest/gtest.h>
 #include <mova/mova.h>
 #include <sys/wait.h>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <clocale>
 #include <cstdlib>
 #include <ctime>
 #include <exception>
@@ -135,6 +137,8 @@ int convertInNewProcess(const Golden& golden, const fs::path& output) {
   const pid_t child = fork();
   if (child == 0) {
     if (const char* command = std::getenv("MOVA_COMMAND")) convertByCommand(command, golden, output);
+    const char* locale = std::getenv("MOVA_HOST_LOCALE");
+    if (locale && !std::setlocale(LC_ALL, locale)) _exit(126);
     try {
       _exit(convertByLibrary(golden, output));
     } catch (const std::exception& exception) {
