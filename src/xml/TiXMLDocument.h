@@ -25,7 +25,7 @@ using tinyxml2::XMLText;
 
 /// The text up to its first zero unit. Lone surrogates become U+FFFD.
 std::string toUtf8(WStringView text);
-WString toWide(std::string_view utf8);
+WString toWide(const char* utf8);
 
 // --- The document.
 
