@@ -1,6 +1,7 @@
 #include "formats/FormatList.h"
 
 #include "formats/line/SubRip.h"
+#include "formats/line/WebVTT.h"
 
 namespace mova {
 namespace {
@@ -13,6 +14,7 @@ std::unique_ptr<SubtitleFormat> create() {
 /// One row for each format. The order decides: among formats that would all take a file the first one wins.
 constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<SubRip>,  // "SubRip" .srt
+    create<WebVTT>,  // "WebVTT" .vtt
 };
 
 }  // namespace
