@@ -40,8 +40,8 @@ struct MOVASettings {
   MOVAString SsaFontName;
   /// Sub Station Alpha, default style: font size in script pixels, cut to an integer; default 20.
   double SsaFontSize = 0.0;
-  /// Sub Station Alpha, default style: primary colour, alpha in the top byte, then red, green, and blue in the low byte;
-  /// default opaque white, 0xFFFFFFFF.
+  /// Sub Station Alpha, default style: primary colour, alpha in the top byte, then red, green, and blue in the low
+  /// byte; default opaque white, 0xFFFFFFFF.
   uint32_t SsaFontColor = 0;
   /// Sub Station Alpha, default style: width of the outline in script pixels; default 2.
   int32_t SsaOutline = 0;

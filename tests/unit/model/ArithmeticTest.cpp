@@ -1,8 +1,8 @@
-#include "model/Arithmetic.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
+
+#include "model/Arithmetic.h"
 
 namespace mova {
 namespace {

@@ -1,11 +1,11 @@
-#include "model/Lines.h"
-
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+
+#include "model/Lines.h"
 
 namespace mova {
 namespace {
@@ -19,7 +19,9 @@ Texts texts(const Lines& lines) {
   return result;
 }
 
-Texts decoded(std::string bytes, int32_t codePage = 0) { return texts(decodeLines(std::move(bytes), codePage)); }
+Texts decoded(std::string bytes, int32_t codePage = 0) {
+  return texts(decodeLines(std::move(bytes), codePage));
+}
 
 const std::string mark = "\xEF\xBB\xBF";
 
@@ -36,14 +38,18 @@ TEST(Lines, GivesNoLinesForAOneLineFileWithoutAMark) {
   EXPECT_EQ(decoded("only\n"), Texts{});
 }
 
-TEST(Lines, GivesOneLineForAOneLineFileWithAMark) { EXPECT_EQ(decoded(mark + "only"), Texts{u"only"}); }
+TEST(Lines, GivesOneLineForAOneLineFileWithAMark) {
+  EXPECT_EQ(decoded(mark + "only"), Texts{u"only"});
+}
 
 TEST(Lines, GivesOneEmptyLineForAOneLineFileReadWithACodePage) {
   EXPECT_EQ(decoded("only", 1252), Texts{u""});
   EXPECT_EQ(decoded("only\n", 1252), Texts{u""});
 }
 
-TEST(Lines, GivesNoLinesForAnEmptyFile) { EXPECT_EQ(decoded(""), Texts{}); }
+TEST(Lines, GivesNoLinesForAnEmptyFile) {
+  EXPECT_EQ(decoded(""), Texts{});
+}
 
 TEST(Lines, DeliversALastLineWithoutALineFeed) {
   EXPECT_EQ(decoded("a\nb\nc"), (Texts{u"b", u"c"}));
@@ -55,13 +61,21 @@ TEST(Lines, TakesCrLfAsOneLineEndAndKeepsOtherCrs) {
 }
 
 TEST(Lines, EndsTheFileAtByte1A) {
-  EXPECT_EQ(decoded("a\nb\nc\x1A" "d\ne\n"), (Texts{u"b", u"c"}));
-  EXPECT_EQ(decoded("a\nb\n\x1A" "d\ne\n"), Texts{u"b"});
+  EXPECT_EQ(decoded("a\nb\nc\x1A"
+                    "d\ne\n"),
+            (Texts{u"b", u"c"}));
+  EXPECT_EQ(decoded("a\nb\n\x1A"
+                    "d\ne\n"),
+            Texts{u"b"});
 }
 
-TEST(Lines, EndsALineAtItsFirstZeroByte) { EXPECT_EQ(decoded("a\nb\0c\nd\n"s), (Texts{u"b", u"d"})); }
+TEST(Lines, EndsALineAtItsFirstZeroByte) {
+  EXPECT_EQ(decoded("a\nb\0c\nd\n"s), (Texts{u"b", u"d"}));
+}
 
-TEST(Lines, DoesNotLookAtBadBytesBehindAZeroByte) { EXPECT_EQ(decoded("a\nb\0\xFF\nd\n"s), (Texts{u"b", u"d"})); }
+TEST(Lines, DoesNotLookAtBadBytesBehindAZeroByte) {
+  EXPECT_EQ(decoded("a\nb\0\xFF\nd\n"s), (Texts{u"b", u"d"}));
+}
 
 TEST(Lines, ReadsTheWholeFileAsWindows1252WhenALineIsNotUtf8) {
   EXPECT_EQ(decoded("1\r\ncaf\xE9 \x80\r\nend\r\n"), (Texts{u"1", u"caf\u00E9 \u20AC", u"end"}));
@@ -109,13 +123,20 @@ TEST(Lines, RefusesOverlongSurrogateAndTooLargeForms) {
 }
 
 TEST(Lines, TakesTheLowBytesOfLittleEndianUtf16) {
-  const std::string file = "\xFF\xFE" "1\0\n\0" "t\0w\0o\0\n\0" "3\0"s;
+  const std::string file =
+      "\xFF\xFE"
+      "1\0\n\0"
+      "t\0w\0o\0\n\0"
+      "3\0"s;
   // The first line stays raw; its line feed leaves its zero byte at the start of the next line.
   EXPECT_EQ(decoded(file), (Texts{u"\u00FF\u00FE1\0"s, u"two", u"3"}));
 }
 
 TEST(Lines, KeepsTheCarriageReturnOfLittleEndianUtf16) {
-  const std::string file = "\xFF\xFE\r\0\n\0" "a\0\r\0\n\0" "b\0"s;
+  const std::string file =
+      "\xFF\xFE\r\0\n\0"
+      "a\0\r\0\n\0"
+      "b\0"s;
   EXPECT_EQ(decoded(file), (Texts{u"\u00FF\u00FE\r\0"s, u"a\r", u"b"}));
 }
 
@@ -131,8 +152,15 @@ TEST(Lines, LeavesUtf16LinesWithTwoNonZeroBytesRaw) {
 
 TEST(Lines, CopesWithTruncatedUtf16) {
   EXPECT_EQ(decoded("\xFF\xFE"), Texts{u"\u00FF\u00FE"});
-  EXPECT_EQ(decoded("\xFF\xFE" "a\0\n\0b"s), (Texts{u"\u00FF\u00FE" u"a\0"s, u"b"}));
-  EXPECT_EQ(decoded("\xFF\xFE" "a\0\n"s), Texts{u"\u00FF\u00FE" u"a\0"s});
+  EXPECT_EQ(decoded("\xFF\xFE"
+                    "a\0\n\0b"s),
+            (Texts{u"\u00FF\u00FE"
+                   u"a\0"s,
+                   u"b"}));
+  EXPECT_EQ(decoded("\xFF\xFE"
+                    "a\0\n"s),
+            Texts{u"\u00FF\u00FE"
+                  u"a\0"s});
 }
 
 TEST(Lines, ReadsAMillionBlankLines) {

@@ -1,8 +1,7 @@
-#include "model/Subtitle.h"
-
 #include <gtest/gtest.h>
 
 #include "formats/line/SubRip.h"
+#include "model/Subtitle.h"
 
 namespace mova {
 namespace {

@@ -1,10 +1,9 @@
-#include "model/TimeCode.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
 
 #include "model/GlobalSettings.h"
+#include "model/TimeCode.h"
 
 namespace mova {
 namespace {

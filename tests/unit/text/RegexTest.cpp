@@ -1,6 +1,6 @@
-#include "text/Regex.h"
-
 #include <gtest/gtest.h>
+
+#include "text/Regex.h"
 
 namespace mova {
 namespace {
@@ -44,7 +44,9 @@ TEST(Regex, TakesOtherEscapesAsTheCharacterItself) {
   EXPECT_FALSE(createRegex(u"^\\t$").Matches(u"\t"));
 }
 
-TEST(Regex, LetsADotMatchALineFeed) { EXPECT_TRUE(createRegex(u"^a.b$").Matches(u"a\nb")); }
+TEST(Regex, LetsADotMatchALineFeed) {
+  EXPECT_TRUE(createRegex(u"^a.b$").Matches(u"a\nb"));
+}
 
 TEST(Regex, PrefersTheLongestOfTheLeftmostMatches) {
   regmatch_t match;

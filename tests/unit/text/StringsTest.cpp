@@ -1,9 +1,9 @@
-#include "text/Strings.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <random>
+
+#include "text/Strings.h"
 
 namespace mova {
 namespace {
@@ -31,9 +31,13 @@ TEST(Trim, WorksOnEitherEnd) {
   EXPECT_EQ(trimEnd(u" x "), u" x");
 }
 
-TEST(Split, GivesOneEmptyPieceForAnEmptyText) { EXPECT_EQ(split(u"", u",", false), Texts{u""}); }
+TEST(Split, GivesOneEmptyPieceForAnEmptyText) {
+  EXPECT_EQ(split(u"", u",", false), Texts{u""});
+}
 
-TEST(Split, GivesNoPieceForAnEmptyTextWhenEmptiesAreRemoved) { EXPECT_EQ(split(u"", u",", true), Texts{}); }
+TEST(Split, GivesNoPieceForAnEmptyTextWhenEmptiesAreRemoved) {
+  EXPECT_EQ(split(u"", u",", true), Texts{});
+}
 
 TEST(Split, GivesOneEmptyPieceForDelimitersAloneWhenEmptiesAreRemoved) {
   EXPECT_EQ(split(u",,", u",", true), Texts{u""});
