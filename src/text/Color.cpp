@@ -29,8 +29,8 @@ Color ssaColorToColor(WStringView text, const Color& fallback) {
   if (digits.starts_with(u'h')) {
     if (digits.size() < 7) digits.insert(1, 7 - digits.size(), u'0');
     if (digits.size() == 7 || digits.size() == 9) {
-      const WString bbggrr = digits.substr(digits.size() - 6);
-      return colorFromHtml(u"#" + bbggrr.substr(4, 2) + bbggrr.substr(2, 2) + bbggrr.substr(0, 2));
+      const WStringView bbggrr = WStringView(digits).substr(digits.size() - 6);
+      return colorFromHtml(WString(u"#").append(bbggrr, 4, 2).append(bbggrr, 2, 2).append(bbggrr, 0, 2));
     }
   }
   if (!isAllDigits(text)) return fallback;  // The text as it came: blanks around a number make it no number.

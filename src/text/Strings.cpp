@@ -116,6 +116,17 @@ bool equalsIgnoreCase(WStringView a, WStringView b) {
                     [](char16_t x, char16_t y) { return toUpper(x) == toUpper(y); });
 }
 
+bool startsWithIgnoreCase(WStringView text, WStringView start) {
+  return equalsIgnoreCase(text.substr(0, start.size()), start);
+}
+
+size_t findIgnoreCase(WStringView text, WStringView what, size_t start) {
+  for (; (start = findText(text, what.substr(0, 1), start)) != WStringView::npos; ++start) {
+    if (startsWithIgnoreCase(text.substr(start), what)) return start;
+  }
+  return WStringView::npos;
+}
+
 void appendNumber(WString& out, int64_t value, int width) {
   uint64_t magnitude = value < 0 ? 0 - static_cast<uint64_t>(value) : static_cast<uint64_t>(value);
   char16_t digits[24];

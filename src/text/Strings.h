@@ -70,6 +70,11 @@ WString replaceWithChar(WStringView text, WStringView what, char16_t with);
 
 /// Equal lengths, and equal units after a to z are folded to A to Z.
 bool equalsIgnoreCase(WStringView a, WStringView b);
+/// Whether the text begins with the given one, compared in the same way.
+bool startsWithIgnoreCase(WStringView text, WStringView start);
+/// The first place from `start` on where the text goes on with `what`, compared in the same way. The first unit of
+/// `what` is no letter.
+size_t findIgnoreCase(WStringView text, WStringView what, size_t start = 0);
 
 // --- Numbers.
 

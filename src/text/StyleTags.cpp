@@ -48,7 +48,8 @@ void translateAttribute(const FontAttribute& row, WString& attributes, WString& 
     replaceAllInPlace(value, u"#", u"");
     swapRedAndBlue(value);
   }
-  if (position < text.size()) text.insert(position, (u"{\\" + WString(row.prefix) + value).append(row.suffix));
+  const WString block = WString(u"{\\").append(row.prefix).append(value).append(row.suffix);
+  if (position < text.size()) text.insert(position, block);
 }
 
 /// Translates the first font tag. False if there is none that ends.
@@ -77,9 +78,10 @@ bool translateFontTag(WString& text) {
 /// "&H00FF00&" gives "#00000000ff00".
 WString htmlColor(WString value) {
   replaceAllInPlace(value, u"&", u"");
-  WString digits = u"000000" + trimStart(value, u'H');
-  swapRedAndBlue(digits);
-  return u"#" + wStrToLower(std::move(digits));
+  WString color = u"#000000";
+  color += trimStartView(value, u'H');
+  swapRedAndBlue(color);
+  return wStrToLower(std::move(color));
 }
 
 /// The first block of a kind, and what its value says.
@@ -175,13 +177,12 @@ size_t countOf(WStringView text, WStringView what) {
 
 /// "{\i1}" and its like to "<i>" and "</i>". If more are opened than closed, one is closed at the end, on purpose no
 /// more than one.
-void translateLetterTag(WString& text, WStringView letter) {
-  const WString opening = u"<" + WString(letter) + u">";
-  const WString closing = u"</" + WString(letter) + u">";
-  const WString block = u"{\\" + WString(letter);
-  replaceAllInPlace(text, block + u"1}", opening);
-  replaceAllInPlace(text, block + u"0}", closing);
-  replaceAllInPlace(text, block + u"}", closing);
+void translateLetterTag(WString& text, char16_t letter) {
+  const WString opening = {u'<', letter, u'>'};
+  const WString closing = {u'<', u'/', letter, u'>'};
+  replaceAllInPlace(text, WString{u'{', u'\\', letter, u'1', u'}'}, opening);
+  replaceAllInPlace(text, WString{u'{', u'\\', letter, u'0', u'}'}, closing);
+  replaceAllInPlace(text, WString{u'{', u'\\', letter, u'}'}, closing);
   if (countOf(text, opening) > countOf(text, closing)) text += closing;
 }
 
@@ -218,7 +219,7 @@ WString ssaToModelText(WStringView scriptText) {
     const bool primary = translatePrimaryColor(text);
     if (!name && !size && !color && !primary) break;
   }
-  for (WStringView letter : {u"i", u"u", u"b"}) translateLetterTag(text, letter);
+  for (char16_t letter : {u'i', u'u', u'b'}) translateLetterTag(text, letter);
   return text;
 }
 

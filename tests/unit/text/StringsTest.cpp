@@ -92,6 +92,19 @@ TEST(EqualsIgnoreCase, FoldsAsciiLettersOnly) {
   EXPECT_FALSE(equalsIgnoreCase(u"[", u"{"));
 }
 
+TEST(StartsWithIgnoreCase, FoldsLettersOnBothSides) {
+  EXPECT_TRUE(startsWithIgnoreCase(u"<Style>", u"<sTYLE"));
+  EXPECT_TRUE(startsWithIgnoreCase(u"x", u""));
+  EXPECT_FALSE(startsWithIgnoreCase(u"<sty", u"<style"));
+}
+
+TEST(FindIgnoreCase, GivesTheFirstPlaceFromTheStartOn) {
+  EXPECT_EQ(findIgnoreCase(u"<<SYNC a<sync b", u"<sYnc "), 1u);
+  EXPECT_EQ(findIgnoreCase(u"<<SYNC a<sync b", u"<sYnc ", 2), 8u);
+  EXPECT_EQ(findIgnoreCase(u"<sync", u"<sync "), WString::npos);
+  EXPECT_EQ(findIgnoreCase(u"", u"<sync "), WString::npos);
+}
+
 WString number(int64_t value, int width) {
   WString text;
   appendNumber(text, value, width);
