@@ -1,5 +1,7 @@
 #include "formats/FormatList.h"
 
+#include "formats/binary/CapMakerPlus.h"
+#include "formats/binary/CheetahCaption.h"
 #include "formats/line/SubRip.h"
 #include "formats/line/WebVTT.h"
 
@@ -13,8 +15,10 @@ std::unique_ptr<SubtitleFormat> create() {
 
 /// One row for each format. The order decides: among formats that would all take a file the first one wins.
 constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
-    create<SubRip>,  // "SubRip" .srt
-    create<WebVTT>,  // "WebVTT" .vtt
+    create<CapMakerPlus>,    // "CapMaker Plus" .cap
+    create<CheetahCaption>,  // "Cheetah Caption" .cap
+    create<SubRip>,          // "SubRip" .srt
+    create<WebVTT>,          // "WebVTT" .vtt
 };
 
 }  // namespace
