@@ -4,6 +4,8 @@
 #include "formats/binary/CheetahCaption.h"
 #include "formats/line/SubRip.h"
 #include "formats/line/WebVTT.h"
+#include "formats/line/YouTubeSbv.h"
+#include "formats/line/YouTubeTranscript.h"
 
 namespace mova {
 namespace {
@@ -15,10 +17,12 @@ std::unique_ptr<SubtitleFormat> create() {
 
 /// One row for each format. The order decides: among formats that would all take a file the first one wins.
 constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
-    create<CapMakerPlus>,    // "CapMaker Plus" .cap
-    create<CheetahCaption>,  // "Cheetah Caption" .cap
-    create<SubRip>,          // "SubRip" .srt
-    create<WebVTT>,          // "WebVTT" .vtt
+    create<CapMakerPlus>,       // "CapMaker Plus" .cap
+    create<CheetahCaption>,     // "Cheetah Caption" .cap
+    create<SubRip>,             // "SubRip" .srt
+    create<WebVTT>,             // "WebVTT" .vtt
+    create<YouTubeSbv>,         // "YouTube sbv" .sbv
+    create<YouTubeTranscript>,  // "YouTube Transcript" .txt
 };
 
 }  // namespace
