@@ -2,6 +2,7 @@
 
 #include "formats/binary/CapMakerPlus.h"
 #include "formats/binary/CheetahCaption.h"
+#include "formats/binary/Ebu.h"
 #include "formats/line/SubRip.h"
 #include "formats/line/WebVTT.h"
 #include "formats/line/YouTubeSbv.h"
@@ -19,6 +20,7 @@ std::unique_ptr<SubtitleFormat> create() {
 constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<CapMakerPlus>,       // "CapMaker Plus" .cap
     create<CheetahCaption>,     // "Cheetah Caption" .cap
+    create<Ebu>,                // "EBU STL" .stl
     create<SubRip>,             // "SubRip" .srt
     create<WebVTT>,             // "WebVTT" .vtt
     create<YouTubeSbv>,         // "YouTube sbv" .sbv
