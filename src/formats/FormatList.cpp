@@ -7,6 +7,8 @@
 #include "formats/line/WebVTT.h"
 #include "formats/line/YouTubeSbv.h"
 #include "formats/line/YouTubeTranscript.h"
+#include "formats/xml/FlashXml.h"
+#include "formats/xml/YouTubeAnnotations.h"
 
 namespace mova {
 namespace {
@@ -18,13 +20,15 @@ std::unique_ptr<SubtitleFormat> create() {
 
 /// One row for each format. The order decides: among formats that would all take a file the first one wins.
 constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
-    create<CapMakerPlus>,       // "CapMaker Plus" .cap
-    create<CheetahCaption>,     // "Cheetah Caption" .cap
-    create<Ebu>,                // "EBU STL" .stl
-    create<SubRip>,             // "SubRip" .srt
-    create<WebVTT>,             // "WebVTT" .vtt
-    create<YouTubeSbv>,         // "YouTube sbv" .sbv
-    create<YouTubeTranscript>,  // "YouTube Transcript" .txt
+    create<CapMakerPlus>,        // "CapMaker Plus" .cap
+    create<CheetahCaption>,      // "Cheetah Caption" .cap
+    create<Ebu>,                 // "EBU STL" .stl
+    create<FlashXml>,            // "Flash Xml" .xml
+    create<SubRip>,              // "SubRip" .srt
+    create<WebVTT>,              // "WebVTT" .vtt
+    create<YouTubeAnnotations>,  // "YT Annotations" .xml
+    create<YouTubeSbv>,          // "YouTube sbv" .sbv
+    create<YouTubeTranscript>,   // "YouTube Transcript" .txt
 };
 
 }  // namespace
