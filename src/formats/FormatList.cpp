@@ -3,6 +3,10 @@
 #include "formats/binary/CapMakerPlus.h"
 #include "formats/binary/CheetahCaption.h"
 #include "formats/binary/Ebu.h"
+#include "formats/line/Json.h"
+#include "formats/line/JsonType2.h"
+#include "formats/line/JsonType3.h"
+#include "formats/line/JsonType4.h"
 #include "formats/line/SubRip.h"
 #include "formats/line/WebVTT.h"
 #include "formats/line/YouTubeSbv.h"
@@ -24,6 +28,10 @@ constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<CheetahCaption>,      // "Cheetah Caption" .cap
     create<Ebu>,                 // "EBU STL" .stl
     create<FlashXml>,            // "Flash Xml" .xml
+    create<Json>,                // "JSON" .json
+    create<JsonType2>,           // "JSON Type 2" .json
+    create<JsonType3>,           // "JSON Type 3" .json
+    create<JsonType4>,           // "JSON Type 4" .json
     create<SubRip>,              // "SubRip" .srt
     create<WebVTT>,              // "WebVTT" .vtt
     create<YouTubeAnnotations>,  // "YT Annotations" .xml

@@ -1,0 +1,36 @@
+#include "formats/line/JsonType2.h"
+
+#include "formats/line/JsonRecords.h"
+#include "movautil/MovaUtil.h"
+
+namespace mova {
+namespace {
+
+constexpr JsonLayout layout = {.FileStart = uR"([{"startMillis)",
+                               .StartKey = u"startMillis",
+                               .EndKey = u"endMillis",
+                               .TextKey = u"text",
+                               .MillisecondsPerUnit = 1};
+
+}  // namespace
+
+WString JsonType2::WriteText(const Subtitle& subtitle, const WString&) {
+  WString result = u"[";
+  for (const auto& paragraph : subtitle.Paragraphs) {
+    if (result.size() > 1) result += u',';
+    result += uR"({"startMillis":)";
+    result += doubleToWStr(paragraph->StartTime.TotalMilliseconds, u"%f");
+    result += uR"(,"endMillis":)";
+    result += doubleToWStr(paragraph->EndTime.TotalMilliseconds, u"%f");
+    result += uR"(,"text":")";
+    result += jsonEscapeText(paragraph->Text);
+    result += uR"("})";
+  }
+  return result += u']';
+}
+
+void JsonType2::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {
+  ErrorCount = loadJsonRecords(subtitle, lines, layout);
+}
+
+}  // namespace mova
