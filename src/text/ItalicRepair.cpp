@@ -17,12 +17,12 @@ constexpr WStringView kLineBreak = u"\r\n";
 
 size_t countOf(WStringView text, WStringView what) {
   size_t count = 0;
-  for (size_t at = text.find(what); at != WStringView::npos; at = text.find(what, at + what.size())) ++count;
+  for (size_t at = findText(text, what); at != WStringView::npos; at = findText(text, what, at + what.size())) ++count;
   return count;
 }
 
 bool contains(WStringView text, WStringView what) {
-  return text.find(what) != WStringView::npos;
+  return findText(text, what) != WStringView::npos;
 }
 
 WString concat(std::initializer_list<WStringView> parts) {
@@ -198,6 +198,8 @@ void joinItalicLines(WString& text) {
 }  // namespace
 
 WString repairItalicTags(WStringView given) {
+  // All that is looked for holds one of these, the marker of the spelling step the second.
+  if (findUnit(given, u'<') == WStringView::npos && findUnit(given, u'@') == WStringView::npos) return WString(given);
   WString text = withRegularTags(given);
   const size_t opening = countOf(text, kOpen);
   const size_t closing = countOf(text, kClose);

@@ -37,7 +37,7 @@ bool isPartOfNumberAt(WStringView text, Position position) {
 
 /// Whether there are exactly two lines and the first one, quotation marks apart, ends in an en dash.
 bool isInterruptedSpeech(WStringView text) {
-  if (text.find(kLineBreak) == WStringView::npos) return false;
+  if (findUnit(text, kEnDash) == WStringView::npos || findText(text, kLineBreak) == WStringView::npos) return false;
   const WString plain = replaceAll(removeHtmlTags(text), kLineBreak, u"\n");
   const std::vector<WStringView> lines = splitViews(plain, u"\n", true);
   return lines.size() == 2 && trimEndView(trimEndView(trimEndView(trimView(lines[0]), u'"'), u'\'')).ends_with(kEnDash);
@@ -51,9 +51,8 @@ bool isDialogueOfEmDashes(WStringView text) {
 }
 
 WString inOneLine(WStringView text) {
-  WString line = replaceAll(text, u"</i> \r\n<i>", u" ");
-  replaceAllInPlace(line, u"</i>\r\n <i>", u" ");
-  replaceAllInPlace(line, u"</i>\r\n<i>", u" ");
+  WString line(text);
+  for (WStringView seam : {u"</i> \r\n<i>", u"</i>\r\n <i>", u"</i>\r\n<i>"}) replaceAllInPlace(line, seam, u" ");
   replaceAllInPlace(line, kLineBreak, u" ");
   replaceAllInPlace(line, u"\n", u" ");
   replaceAllInPlace(line, u"   ", u" ");
@@ -63,7 +62,7 @@ WString inOneLine(WStringView text) {
 
 bool beginsWithFormattingTag(WStringView text) {
   for (WStringView opening : {u"<font", u"</font", u"<u", u"</u", u"<b", u"</b", u"<i", u"</i"}) {
-    if (equalsIgnoreCase(text.substr(0, opening.size()), opening)) return true;
+    if (startsWithIgnoreCase(text, opening)) return true;
   }
   return false;
 }
@@ -99,7 +98,7 @@ bool isSpeakerDash(WStringView text, Position dash) {
 
 /// The nearest change of speaker, looked for on both sides of the middle at once.
 std::optional<Position> speakerChange(WStringView text, int32_t maximumLength) {
-  if (text.find(u" - ") == WStringView::npos) return std::nullopt;
+  if (findText(text, u" - ") == WStringView::npos) return std::nullopt;
   const Position middle = length(text) / 2;
   const Position reach = std::min<Position>(Position{maximumLength} / 2 + 5, length(text));
   for (Position j = 0; j <= reach; ++j) {

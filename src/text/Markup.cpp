@@ -74,25 +74,25 @@ WString removeTagsNamed(WStringView text, std::initializer_list<WStringView> nam
   result.reserve(source.size());
   size_t copied = 0;
   size_t close = 0;
-  for (size_t open = source.find(u'<'); open != WString::npos;) {
-    if (close <= open) close = source.find(u'>', open);
+  for (size_t open = findUnit(source, u'<'); open != WString::npos;) {
+    if (close <= open) close = findUnit(source, u'>', open);
     if (close == WString::npos) break;
     const std::optional<WStringView> name = tagName(source.substr(open + 1, close - open - 1));
     if (name && std::any_of(names.begin(), names.end(), [&](auto listed) { return equalsIgnoreCase(*name, listed); })) {
       result += source.substr(copied, open - copied);
       copied = close + 1;
     }
-    open = source.find(u'<', name ? close + 1 : open + 1);
+    open = findUnit(source, u'<', name ? close + 1 : open + 1);
   }
   result += source.substr(copied);
   return result;
 }
 
 WString removeHtmlTags(WStringView text) {
-  if (text.find(u'<') == WStringView::npos) return WString(text);
+  if (findUnit(text, u'<') == WStringView::npos) return WString(text);
   // The last name is six plain characters, of which a tag's name can't hold the first: it never counts.
   const std::initializer_list<WStringView> names = {u"i", u"b", u"u", u"p", u"font", u"\\u4056"};
-  if (text.find(u"< ") == WStringView::npos) return removeTagsNamed(text, names);
+  if (findText(text, u"< ") == WStringView::npos) return removeTagsNamed(text, names);
   return removeTagsNamed(repairItalicTags(text), names);
 }
 
@@ -100,8 +100,8 @@ WString& removeBraceTags(WString& text) {
   const WStringView source = text;
   WString kept;
   size_t copied = 0;
-  for (size_t open; (open = source.find(u'{', copied)) != WString::npos;) {
-    const size_t close = source.find(u'}', open);
+  for (size_t open; (open = findUnit(source, u'{', copied)) != WString::npos;) {
+    const size_t close = findUnit(source, u'}', open);
     if (close == WString::npos) break;
     kept += source.substr(copied, open - copied);
     copied = close + 1;

@@ -247,8 +247,8 @@ TEST(ItalicRepair, EmptyPairsGo) {
 TEST(ItalicRepair, RepairsHugeTextsInLinearTime) {
   for (WStringView piece : {u"<", u"< ", u"<i>", u"</i>", u"< i >", u"< / i >", u"</i> <i>", u"<i/>", u" ", u"\r\n",
                             u"_@_", u" _@_", u"_"}) {
-    const WString text = repairItalicTags(repeated(piece, 50000));
-    EXPECT_LE(text.size(), 50000 * piece.size() + 4) << wideToString(piece);
+    const WString text = repairItalicTags(repeated(piece, 10000));
+    EXPECT_LE(text.size(), 10000 * piece.size() + 4) << wideToString(piece);
     repairItalicTags(u"<i>" + text);
     repairItalicTags(text + u"</i>");
   }

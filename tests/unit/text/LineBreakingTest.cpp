@@ -265,7 +265,7 @@ TEST(LineBreaking, TagsAreReinsertedWithoutCountingLineBreaks) {
 TEST(LineBreaking, BreaksHugeTextsInLinearTime) {
   for (WStringView piece :
        {u"<", u"<i", u"<i>", u"<b> ", u" ", u" - ", u" - A", u"\r\n", u"\n", u".", u"a", u"{", u"<i>\r"}) {
-    const WString text = repeated(piece, 30000);
+    const WString text = repeated(piece, 20000);
     EXPECT_FALSE(breakLines(text + u"x", 1, 4, u"").empty());
     EXPECT_FALSE(breakLines(u"x" + text + u">", 2147483647, 4, u"").empty());
     EXPECT_FALSE(breakLines(u"x" + text, -2147483647 - 1, -2147483647 - 1, u"").empty());
