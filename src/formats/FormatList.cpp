@@ -11,6 +11,8 @@
 #include "formats/line/WebVTT.h"
 #include "formats/line/YouTubeSbv.h"
 #include "formats/line/YouTubeTranscript.h"
+#include "formats/script/Sami.h"
+#include "formats/script/SamiModern.h"
 #include "formats/xml/FlashXml.h"
 #include "formats/xml/YouTubeAnnotations.h"
 
@@ -32,6 +34,8 @@ constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<JsonType2>,           // "JSON Type 2" .json
     create<JsonType3>,           // "JSON Type 3" .json
     create<JsonType4>,           // "JSON Type 4" .json
+    create<Sami>,                // "SAMI" .smi
+    create<SamiModern>,          // "SAMI modern" .smi
     create<SubRip>,              // "SubRip" .srt
     create<WebVTT>,              // "WebVTT" .vtt
     create<YouTubeAnnotations>,  // "YT Annotations" .xml
