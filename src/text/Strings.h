@@ -1,6 +1,7 @@
 /// Operations on wide strings. Positions and lengths are in units. Letters and digits are ASCII's, whatever the locale.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -52,6 +53,16 @@ std::vector<WStringView> splitViews(WStringView text, WStringView delimiters, bo
 /// Pieces as lines are read from a stream: an empty text gives none, and a delimiter at the end no empty piece behind
 /// it.
 std::vector<WString> splitOnChar(WStringView text, char16_t delimiter, bool removeEmpty);
+/// Calls `use(index, piece)` for each piece that splitOnChar gives, empty ones included, as parts of the given text.
+template <typename Use>
+void forEachPiece(WStringView text, char16_t delimiter, Use use) {
+  size_t begin = 0;
+  for (size_t index = 0; begin < text.size(); ++index) {
+    const size_t end = std::min(text.find(delimiter, begin), text.size());
+    use(index, text.substr(begin, end - begin));
+    begin = end + 1;
+  }
+}
 
 // --- Searching and replacing. From the left; the scan goes on behind an inserted text. `what` is never
 // empty.
