@@ -11,8 +11,10 @@
 #include "formats/line/WebVTT.h"
 #include "formats/line/YouTubeSbv.h"
 #include "formats/line/YouTubeTranscript.h"
+#include "formats/script/BelleNuitSubtitler.h"
 #include "formats/script/Sami.h"
 #include "formats/script/SamiModern.h"
+#include "formats/script/SubStationAlpha.h"
 #include "formats/xml/FlashXml.h"
 #include "formats/xml/YouTubeAnnotations.h"
 
@@ -26,6 +28,7 @@ std::unique_ptr<SubtitleFormat> create() {
 
 /// One row for each format. The order decides: among formats that would all take a file the first one wins.
 constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
+    create<BelleNuitSubtitler>,  // "Belle Nuit Subtitler" .stp
     create<CapMakerPlus>,        // "CapMaker Plus" .cap
     create<CheetahCaption>,      // "Cheetah Caption" .cap
     create<Ebu>,                 // "EBU STL" .stl
@@ -37,6 +40,7 @@ constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<Sami>,                // "SAMI" .smi
     create<SamiModern>,          // "SAMI modern" .smi
     create<SubRip>,              // "SubRip" .srt
+    create<SubStationAlpha>,     // "Sub Station Alpha" .ssa
     create<WebVTT>,              // "WebVTT" .vtt
     create<YouTubeAnnotations>,  // "YT Annotations" .xml
     create<YouTubeSbv>,          // "YouTube sbv" .sbv
