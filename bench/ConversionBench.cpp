@@ -5,6 +5,7 @@
 #include "formats/FormatList.h"
 #include "model/GlobalSettings.h"
 #include "movautil/MovaUtil.h"
+#include "text/LanguageDetection.h"
 
 namespace mova {
 namespace {
@@ -56,6 +57,15 @@ void Write(benchmark::State& state, WStringView name) {
   }
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * size));
 }
+
+void DetectLanguage(benchmark::State& state) {
+  const Subtitle programme = makeProgramme(captions);
+  size_t size = 0;
+  for (const auto& paragraph : programme.Paragraphs) size += wideToString(paragraph->Text).size() + 1;
+  for (auto _ : state) benchmark::DoNotOptimize(detectLanguageOfSubtitle(programme));
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * size));
+}
+BENCHMARK(DetectLanguage)->Unit(benchmark::kMillisecond);
 
 const bool registered = [] {
   FormatList list;
