@@ -11,6 +11,8 @@
 #include "formats/line/WebVTT.h"
 #include "formats/line/YouTubeSbv.h"
 #include "formats/line/YouTubeTranscript.h"
+#include "formats/scc/ScenaristClosedCaptions.h"
+#include "formats/scc/ScenaristClosedCaptionsDropFrame.h"
 #include "formats/script/BelleNuitSubtitler.h"
 #include "formats/script/Sami.h"
 #include "formats/script/SamiModern.h"
@@ -28,23 +30,25 @@ std::unique_ptr<SubtitleFormat> create() {
 
 /// One row for each format. The order decides: among formats that would all take a file the first one wins.
 constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
-    create<BelleNuitSubtitler>,  // "Belle Nuit Subtitler" .stp
-    create<CapMakerPlus>,        // "CapMaker Plus" .cap
-    create<CheetahCaption>,      // "Cheetah Caption" .cap
-    create<Ebu>,                 // "EBU STL" .stl
-    create<FlashXml>,            // "Flash Xml" .xml
-    create<Json>,                // "JSON" .json
-    create<JsonType2>,           // "JSON Type 2" .json
-    create<JsonType3>,           // "JSON Type 3" .json
-    create<JsonType4>,           // "JSON Type 4" .json
-    create<Sami>,                // "SAMI" .smi
-    create<SamiModern>,          // "SAMI modern" .smi
-    create<SubRip>,              // "SubRip" .srt
-    create<SubStationAlpha>,     // "Sub Station Alpha" .ssa
-    create<WebVTT>,              // "WebVTT" .vtt
-    create<YouTubeAnnotations>,  // "YT Annotations" .xml
-    create<YouTubeSbv>,          // "YouTube sbv" .sbv
-    create<YouTubeTranscript>,   // "YouTube Transcript" .txt
+    create<BelleNuitSubtitler>,                // "Belle Nuit Subtitler" .stp
+    create<CapMakerPlus>,                      // "CapMaker Plus" .cap
+    create<CheetahCaption>,                    // "Cheetah Caption" .cap
+    create<Ebu>,                               // "EBU STL" .stl
+    create<FlashXml>,                          // "Flash Xml" .xml
+    create<Json>,                              // "JSON" .json
+    create<JsonType2>,                         // "JSON Type 2" .json
+    create<JsonType3>,                         // "JSON Type 3" .json
+    create<JsonType4>,                         // "JSON Type 4" .json
+    create<Sami>,                              // "SAMI" .smi
+    create<SamiModern>,                        // "SAMI modern" .smi
+    create<ScenaristClosedCaptions>,           // "DVD_SCC" .scc
+    create<ScenaristClosedCaptionsDropFrame>,  // "DVD_SCCDF" .scc
+    create<SubRip>,                            // "SubRip" .srt
+    create<SubStationAlpha>,                   // "Sub Station Alpha" .ssa
+    create<WebVTT>,                            // "WebVTT" .vtt
+    create<YouTubeAnnotations>,                // "YT Annotations" .xml
+    create<YouTubeSbv>,                        // "YouTube sbv" .sbv
+    create<YouTubeTranscript>,                 // "YouTube Transcript" .txt
 };
 
 }  // namespace
