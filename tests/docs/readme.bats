@@ -16,12 +16,13 @@ load ../cli/helper
   done < <(sed -n '/^```sh$/,/^```$/p' "$repository/README.md" | grep -v '^```' | grep .)
   [ "$commands" -ge 10 ]
   [ -s samples/harbour.converted.srt ]
-  cmp samples/harbour.converted.srt harbour.srt
+  [ "$(head -n 1 samples/harbour.vtt)" = WEBVTT ]
+  cmp samples/harbour.vtt out.vtt
   [ -x .local/bin/mova ]
 }
 
 @test "the two commands at the top are the launcher and the tests" {
-  [ "$(grep '^    ' "$repository/README.md" | sed -n '1,2p')" = "    ./mova convert samples/harbour.srt --to SubRip
+  [ "$(grep '^    ' "$repository/README.md" | sed -n '1,2p')" = "    ./mova convert samples/harbour.srt --to WebVTT
     ./test" ]
   [ -x "$repository/mova" ]
   [ -x "$repository/test" ]
