@@ -35,16 +35,21 @@ WString TimeCode::ToString() const {
   return text;
 }
 
-WString TimeCode::ToFrameString() const {
+TimeFields TimeCode::Fields() const {
   const int64_t total = cutToInt64(TotalMilliseconds);
+  return {total / 3600000, total / 60000 % 60, total / 1000 % 60, total % 1000};
+}
+
+WString TimeCode::ToFrameString() const {
+  const TimeFields fields = Fields();
   WString text;
-  appendNumber(text, total / 3600000 % 24, 2);
+  appendNumber(text, fields.hours % 24, 2);
   text += u':';
-  appendNumber(text, total / 60000 % 60, 2);
+  appendNumber(text, fields.minutes, 2);
   text += u':';
-  appendNumber(text, total / 1000 % 60, 2);
+  appendNumber(text, fields.seconds, 2);
   text += u'.';
-  appendNumber(text, millisecondsToFrames(total % 1000), 2);
+  appendNumber(text, millisecondsToFrames(fields.milliseconds), 2);
   return text;
 }
 

@@ -7,6 +7,14 @@
 
 namespace mova {
 
+/// The whole units of a time, cut; hours don't wrap. Each field of a negative time bears its own sign.
+struct TimeFields {
+  int64_t hours;
+  int64_t minutes;
+  int64_t seconds;
+  int64_t milliseconds;
+};
+
 struct TimeCode {
   double TotalMilliseconds = 0.0;  ///< May be negative.
 
@@ -15,6 +23,8 @@ struct TimeCode {
   WString ToString() const;
   /// Appends what ToString() gives.
   void AppendTo(WString& out) const;
+
+  TimeFields Fields() const;
 
   /// "HH:MM:SS.FF" with hours modulo 24 and frames at `FrameRate`. Each field of a negative time bears its own sign.
   WString ToFrameString() const;

@@ -32,6 +32,14 @@ TEST_F(TimeCodeTest, WritesTimesOfAnySize) {
   EXPECT_EQ(TimeCode{std::numeric_limits<double>::quiet_NaN()}.ToString(), u"2562047788015:12:55:808");
 }
 
+TEST_F(TimeCodeTest, SplitsATimeIntoFieldsThatEachBearItsSign) {
+  const TimeFields fields = TimeCode{-90061001.9}.Fields();
+  EXPECT_EQ(fields.hours, -25);
+  EXPECT_EQ(fields.minutes, -1);
+  EXPECT_EQ(fields.seconds, -1);
+  EXPECT_EQ(fields.milliseconds, -1);
+}
+
 TEST_F(TimeCodeTest, WritesFramesBehindADotAndHoursModulo24) {
   GlobalSettings.FrameRate = 25;
   EXPECT_EQ(TimeCode{90061480}.ToFrameString(), u"01:01:01.12");
