@@ -3,6 +3,9 @@
 #include "formats/binary/CapMakerPlus.h"
 #include "formats/binary/CheetahCaption.h"
 #include "formats/binary/Ebu.h"
+#include "formats/line/Csv.h"
+#include "formats/line/Csv2.h"
+#include "formats/line/Csv3.h"
 #include "formats/line/Json.h"
 #include "formats/line/JsonType2.h"
 #include "formats/line/JsonType3.h"
@@ -33,6 +36,9 @@ constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<BelleNuitSubtitler>,                // "Belle Nuit Subtitler" .stp
     create<CapMakerPlus>,                      // "CapMaker Plus" .cap
     create<CheetahCaption>,                    // "Cheetah Caption" .cap
+    create<Csv>,                               // "Csv" .csv
+    create<Csv2>,                              // "Csv2" .csv
+    create<Csv3>,                              // "Csv3" .csv
     create<Ebu>,                               // "EBU STL" .stl
     create<FlashXml>,                          // "Flash Xml" .xml
     create<Json>,                              // "JSON" .json
