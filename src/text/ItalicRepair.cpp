@@ -15,12 +15,6 @@ constexpr WStringView kOpen = u"<i>";
 constexpr WStringView kClose = u"</i>";
 constexpr WStringView kLineBreak = u"\r\n";
 
-size_t countOf(WStringView text, WStringView what) {
-  size_t count = 0;
-  for (size_t at = findText(text, what); at != WStringView::npos; at = findText(text, what, at + what.size())) ++count;
-  return count;
-}
-
 bool contains(WStringView text, WStringView what) {
   return findText(text, what) != WStringView::npos;
 }
@@ -56,7 +50,7 @@ struct TwoLines {
 
 /// Whether there is exactly one line break in the text, and not at its start.
 bool hasTwoLines(WStringView text) {
-  return countOf(text, kLineBreak) == 1 && !text.starts_with(kLineBreak);
+  return countText(text, kLineBreak) == 1 && !text.starts_with(kLineBreak);
 }
 
 // --- The spelling of the tags.
@@ -99,7 +93,7 @@ void repairOneClosing(WString& text) {
   }
   bool opened = false;
   const size_t lineBreak = text.find(kLineBreak);
-  if (countOf(plain, kLineBreak) == 1 && lineBreak != WString::npos && lineBreak > 0) {
+  if (countText(plain, kLineBreak) == 1 && lineBreak != WString::npos && lineBreak > 0) {
     TwoLines lines(text);
     for (WString* line : {&lines.First, &lines.Second}) {
       if (!line->ends_with(kClose)) continue;
@@ -201,10 +195,10 @@ WString repairItalicTags(WStringView given) {
   // All that is looked for holds one of these, the marker of the spelling step the second.
   if (findUnit(given, u'<') == WStringView::npos && findUnit(given, u'@') == WStringView::npos) return WString(given);
   WString text = withRegularTags(given);
-  const size_t opening = countOf(text, kOpen);
-  const size_t closing = countOf(text, kClose);
+  const size_t opening = countText(text, kOpen);
+  const size_t closing = countText(text, kClose);
   if (opening + closing == 0) return text;
-  const bool isTwoLines = countOf(text, kLineBreak) == 1;
+  const bool isTwoLines = countText(text, kLineBreak) == 1;
 
   const auto has = [&](size_t a, size_t b) { return opening == a && closing == b; };
   if (has(0, 2)) repairTwoClosing(text);

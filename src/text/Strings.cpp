@@ -64,6 +64,13 @@ WString trim(WStringView text, char16_t unit) {
   return WString(trimView(text, unit));
 }
 
+void addLineAndTrim(WString& text, WStringView line) {
+  text += u"\r\n";
+  text += line;
+  text.resize(trimEndView(text).size());
+  text.erase(0, text.size() - trimStartView(text).size());
+}
+
 std::vector<WStringView> splitViews(WStringView text, WStringView delimiters, bool removeEmpty) {
   std::vector<WStringView> pieces;
   size_t start = 0;
@@ -89,6 +96,12 @@ std::vector<WString> splitOnChar(WStringView text, char16_t delimiter, bool remo
     start = end + 1;
   }
   return pieces;
+}
+
+size_t countText(WStringView text, WStringView what) {
+  size_t count = 0;
+  for (size_t at = findText(text, what); at != WStringView::npos; at = findText(text, what, at + what.size())) ++count;
+  return count;
 }
 
 WString replaceAll(WStringView text, WStringView what, WStringView with) {

@@ -42,6 +42,9 @@ WStringView trimStartView(WStringView text, char16_t unit = 0);
 WStringView trimEndView(WStringView text, char16_t unit = 0);
 WStringView trimView(WStringView text, char16_t unit = 0);
 
+/// Adds a line behind CR LF and trims the whole.
+void addLineAndTrim(WString& text, WStringView line);
+
 // --- Splitting.
 
 /// Every unit of `delimiters` is a delimiter. With `removeEmpty` empty pieces are left out, except that a text that has
@@ -70,6 +73,8 @@ void forEachPiece(WStringView text, char16_t delimiter, Use use) {
 /// As WStringView::find, much faster on long texts.
 size_t findUnit(WStringView text, char16_t unit, size_t start = 0);
 size_t findText(WStringView text, WStringView what, size_t start = 0);
+/// How often `what` occurs, without overlaps.
+size_t countText(WStringView text, WStringView what);
 
 WString replaceAll(WStringView text, WStringView what, WStringView with);
 /// Changes the string and also returns a copy of it, so that replacements can be chained; use the reference instead

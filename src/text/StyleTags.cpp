@@ -169,12 +169,6 @@ bool translatePrimaryColor(WString& text) {
   return true;
 }
 
-size_t countOf(WStringView text, WStringView what) {
-  size_t count = 0;
-  for (size_t hit = 0; (hit = text.find(what, hit)) != WStringView::npos; hit += what.size()) ++count;
-  return count;
-}
-
 /// "{\i1}" and its like to "<i>" and "</i>". If more are opened than closed, one is closed at the end, on purpose no
 /// more than one.
 void translateLetterTag(WString& text, char16_t letter) {
@@ -183,7 +177,7 @@ void translateLetterTag(WString& text, char16_t letter) {
   replaceAllInPlace(text, WString{u'{', u'\\', letter, u'1', u'}'}, opening);
   replaceAllInPlace(text, WString{u'{', u'\\', letter, u'0', u'}'}, closing);
   replaceAllInPlace(text, WString{u'{', u'\\', letter, u'}'}, closing);
-  if (countOf(text, opening) > countOf(text, closing)) text += closing;
+  if (countText(text, opening) > countText(text, closing)) text += closing;
 }
 
 }  // namespace

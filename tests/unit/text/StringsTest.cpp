@@ -84,6 +84,22 @@ TEST(FindText, FindsWhatTheStandardSearchFinds) {
   }
 }
 
+TEST(CountText, CountsWithoutOverlaps) {
+  EXPECT_EQ(countText(u"aaaa", u"aa"), 2u);
+  EXPECT_EQ(countText(u"<i>a</i><i>", u"<i>"), 2u);
+  EXPECT_EQ(countText(u"", u"a"), 0u);
+}
+
+TEST(AddLineAndTrim, PutsALineBreakBetweenTextAndLineOnly) {
+  WString text;
+  addLineAndTrim(text, u" a ");
+  EXPECT_EQ(text, u"a");
+  addLineAndTrim(text, u" b\t");
+  EXPECT_EQ(text, u"a\r\n b");
+  addLineAndTrim(text, u"  ");
+  EXPECT_EQ(text, u"a\r\n b");
+}
+
 TEST(EqualsIgnoreCase, FoldsAsciiLettersOnly) {
   EXPECT_TRUE(equalsIgnoreCase(u"SubRip", u"sUBrIP"));
   EXPECT_FALSE(equalsIgnoreCase(u"SubRip", u"SubRi"));
