@@ -10,6 +10,10 @@
 #include "formats/line/JsonType2.h"
 #include "formats/line/JsonType3.h"
 #include "formats/line/JsonType4.h"
+#include "formats/line/SonyDVDArchitect.h"
+#include "formats/line/SonyDVDArchitectExplicitDuration.h"
+#include "formats/line/SonyDVDArchitectLineAndDuration.h"
+#include "formats/line/SonyDVDArchitectTabs.h"
 #include "formats/line/SubRip.h"
 #include "formats/line/WebVTT.h"
 #include "formats/line/YouTubeSbv.h"
@@ -49,6 +53,10 @@ constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<SamiModern>,                        // "SAMI modern" .smi
     create<ScenaristClosedCaptions>,           // "DVD_SCC" .scc
     create<ScenaristClosedCaptionsDropFrame>,  // "DVD_SCCDF" .scc
+    create<SonyDVDArchitect>,                  // "Sony DVDArchitect" .sub
+    create<SonyDVDArchitectExplicitDuration>,  // "Sony DVD Exp dur" .sub
+    create<SonyDVDArchitectLineAndDuration>,   // "Sony DVD line/dur" .txt
+    create<SonyDVDArchitectTabs>,              // "Sony DVD Tabs" .sub
     create<SubRip>,                            // "SubRip" .srt
     create<SubStationAlpha>,                   // "Sub Station Alpha" .ssa
     create<WebVTT>,                            // "WebVTT" .vtt
