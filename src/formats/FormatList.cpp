@@ -3,6 +3,7 @@
 #include "formats/binary/CapMakerPlus.h"
 #include "formats/binary/CheetahCaption.h"
 #include "formats/binary/Ebu.h"
+#include "formats/line/AvidCaption.h"
 #include "formats/line/Csv.h"
 #include "formats/line/Csv2.h"
 #include "formats/line/Csv3.h"
@@ -10,6 +11,8 @@
 #include "formats/line/JsonType2.h"
 #include "formats/line/JsonType3.h"
 #include "formats/line/JsonType4.h"
+#include "formats/line/QuickTimeText.h"
+#include "formats/line/Scenarist.h"
 #include "formats/line/SonyDVDArchitect.h"
 #include "formats/line/SonyDVDArchitectExplicitDuration.h"
 #include "formats/line/SonyDVDArchitectLineAndDuration.h"
@@ -37,6 +40,7 @@ std::unique_ptr<SubtitleFormat> create() {
 
 /// One row for each format. The order decides: among formats that would all take a file the first one wins.
 constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
+    create<AvidCaption>,                       // "Avid Caption" .txt
     create<BelleNuitSubtitler>,                // "Belle Nuit Subtitler" .stp
     create<CapMakerPlus>,                      // "CapMaker Plus" .cap
     create<CheetahCaption>,                    // "Cheetah Caption" .cap
@@ -49,8 +53,10 @@ constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<JsonType2>,                         // "JSON Type 2" .json
     create<JsonType3>,                         // "JSON Type 3" .json
     create<JsonType4>,                         // "JSON Type 4" .json
+    create<QuickTimeText>,                     // "QuickTime text" .txt
     create<Sami>,                              // "SAMI" .smi
     create<SamiModern>,                        // "SAMI modern" .smi
+    create<Scenarist>,                         // "Scenarist" .txt
     create<ScenaristClosedCaptions>,           // "DVD_SCC" .scc
     create<ScenaristClosedCaptionsDropFrame>,  // "DVD_SCCDF" .scc
     create<SonyDVDArchitect>,                  // "Sony DVDArchitect" .sub
