@@ -13,11 +13,13 @@
 #include "formats/line/JsonType4.h"
 #include "formats/line/QuickTimeText.h"
 #include "formats/line/Scenarist.h"
+#include "formats/line/SoftNiSub.h"
 #include "formats/line/SonyDVDArchitect.h"
 #include "formats/line/SonyDVDArchitectExplicitDuration.h"
 #include "formats/line/SonyDVDArchitectLineAndDuration.h"
 #include "formats/line/SonyDVDArchitectTabs.h"
 #include "formats/line/SubRip.h"
+#include "formats/line/SwiftInterchange2.h"
 #include "formats/line/WebVTT.h"
 #include "formats/line/YouTubeSbv.h"
 #include "formats/line/YouTubeTranscript.h"
@@ -59,12 +61,14 @@ constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<Scenarist>,                         // "Scenarist" .txt
     create<ScenaristClosedCaptions>,           // "DVD_SCC" .scc
     create<ScenaristClosedCaptionsDropFrame>,  // "DVD_SCCDF" .scc
+    create<SoftNiSub>,                         // "SoftNi sub" .sub
     create<SonyDVDArchitect>,                  // "Sony DVDArchitect" .sub
     create<SonyDVDArchitectExplicitDuration>,  // "Sony DVD Exp dur" .sub
     create<SonyDVDArchitectLineAndDuration>,   // "Sony DVD line/dur" .txt
     create<SonyDVDArchitectTabs>,              // "Sony DVD Tabs" .sub
     create<SubRip>,                            // "SubRip" .srt
     create<SubStationAlpha>,                   // "Sub Station Alpha" .ssa
+    create<SwiftInterchange2>,                 // "Swift V2" .sif
     create<WebVTT>,                            // "WebVTT" .vtt
     create<YouTubeAnnotations>,                // "YT Annotations" .xml
     create<YouTubeSbv>,                        // "YouTube sbv" .sbv
