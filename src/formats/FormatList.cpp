@@ -30,6 +30,11 @@
 #include "formats/script/SamiModern.h"
 #include "formats/script/SubStationAlpha.h"
 #include "formats/xml/FlashXml.h"
+#include "formats/xml/ItunesTimedText.h"
+#include "formats/xml/TimedText10.h"
+#include "formats/xml/TimedText200604.h"
+#include "formats/xml/TimedText200604ttml.h"
+#include "formats/xml/TimedText200604xml.h"
 #include "formats/xml/YouTubeAnnotations.h"
 
 namespace mova {
@@ -51,6 +56,7 @@ constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<Csv3>,                              // "Csv3" .csv
     create<Ebu>,                               // "EBU STL" .stl
     create<FlashXml>,                          // "Flash Xml" .xml
+    create<ItunesTimedText>,                   // "iTunes Timed Text" .itt
     create<Json>,                              // "JSON" .json
     create<JsonType2>,                         // "JSON Type 2" .json
     create<JsonType3>,                         // "JSON Type 3" .json
@@ -69,6 +75,10 @@ constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<SubRip>,                            // "SubRip" .srt
     create<SubStationAlpha>,                   // "Sub Station Alpha" .ssa
     create<SwiftInterchange2>,                 // "Swift V2" .sif
+    create<TimedText10>,                       // "Timed Text 1.0" .xml
+    create<TimedText200604>,                   // "TT 2006-04 .dfxp" .dfxp
+    create<TimedText200604ttml>,               // "TT 2006-04 .ttml" .ttml
+    create<TimedText200604xml>,                // "TT 2006-04 .xml" .xml
     create<WebVTT>,                            // "WebVTT" .vtt
     create<YouTubeAnnotations>,                // "YT Annotations" .xml
     create<YouTubeSbv>,                        // "YouTube sbv" .sbv
