@@ -199,9 +199,12 @@ WString BelleNuitSubtitler::WriteText(const Subtitle& subtitle, const WString&) 
     titleList += u"\r\n\n";
   }
 
+  titleList.resize(trimEndView(titleList).size());
+  titleList += u"\r\n\r\n";
+
   TiXMLDocument document(skeleton);
   XMLElement* const text = document.NewElement("string");
-  setText(*text, trim(titleList) + u"\r\n\r\n");
+  setText(*text, titleList);
   document.RootElement()->InsertEndChild(text);
   return replaceAll(documentToText(document), u"\r\n", u"\n");
 }

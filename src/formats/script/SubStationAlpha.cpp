@@ -132,6 +132,9 @@ WString SubStationAlpha::WriteText(const Subtitle& subtitle, const WString& titl
     result += u'\n';
   }
 
+  size_t size = result.size();
+  for (const auto& paragraph : subtitle.Paragraphs) size += paragraph->Text.size() + 96;
+  result.reserve(size);
   for (const auto& paragraph : subtitle.Paragraphs) {
     const WString& style = paragraph->Extra;
     const bool isKnown = !style.empty() && std::binary_search(styleNames.begin(), styleNames.end(), style);
