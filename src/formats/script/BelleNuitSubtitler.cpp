@@ -1,7 +1,5 @@
 #include "formats/script/BelleNuitSubtitler.h"
 
-#include <utility>
-
 #include "model/Arithmetic.h"
 #include "model/GlobalSettings.h"
 #include "movautil/MovaUtil.h"

@@ -1,7 +1,5 @@
 #include "formats/script/SsaHeader.h"
 
-#include <initializer_list>
-
 #include "formats/script/SsaStyle.h"
 #include "movautil/MovaUtil.h"
 #include "text/Strings.h"
