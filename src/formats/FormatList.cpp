@@ -29,6 +29,10 @@
 #include "formats/script/Sami.h"
 #include "formats/script/SamiModern.h"
 #include "formats/script/SubStationAlpha.h"
+#include "formats/xml/FinalCutProXCM.h"
+#include "formats/xml/FinalCutProXXml.h"
+#include "formats/xml/FinalCutProXml.h"
+#include "formats/xml/FinalCutProXmlGap.h"
 #include "formats/xml/FlashXml.h"
 #include "formats/xml/ItunesTimedText.h"
 #include "formats/xml/TimedText10.h"
@@ -55,6 +59,10 @@ constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<Csv2>,                              // "Csv2" .csv
     create<Csv3>,                              // "Csv3" .csv
     create<Ebu>,                               // "EBU STL" .stl
+    create<FinalCutProXml>,                    // "Final Cut Pro Xml" .xml
+    create<FinalCutProXmlGap>,                 // "Final Cut Xml Gap" .fcpxml
+    create<FinalCutProXXml>,                   // "Final Cut Pro X Xml" .fcpxml
+    create<FinalCutProXCM>,                    // "Final Cut Pro XCM" .fcpxml
     create<FlashXml>,                          // "Flash Xml" .xml
     create<ItunesTimedText>,                   // "iTunes Timed Text" .itt
     create<Json>,                              // "JSON" .json

@@ -5,10 +5,19 @@ namespace mova {
 bool SubtitleFormat::LoadsMoreThanErrors(const Lines& lines, const WString& fileName) {
   auto trial = std::make_unique<Subtitle>();
   LoadSubtitle(*trial, lines, fileName);
-  // The comparison is unsigned.
-  const bool accepted = trial->Paragraphs.size() > static_cast<uint32_t>(ErrorCount);
-  if (accepted && LoadDependsOnLinesOnly()) trial_ = std::move(trial);
-  return accepted;
+  return KeepsTrialWithMoreThan(static_cast<uint32_t>(ErrorCount), std::move(trial));  // The comparison is unsigned.
+}
+
+bool SubtitleFormat::LoadsAny(const Lines& lines, const WString& fileName) {
+  auto trial = std::make_unique<Subtitle>();
+  LoadSubtitle(*trial, lines, fileName);
+  return KeepsTrialWithMoreThan(0, std::move(trial));
+}
+
+bool SubtitleFormat::KeepsTrialWithMoreThan(size_t count, std::unique_ptr<Subtitle> trial) {
+  if (trial->Paragraphs.size() <= count) return false;
+  if (LoadDependsOnLinesOnly()) trial_ = std::move(trial);
+  return true;
 }
 
 bool SubtitleFormat::TakeTrial(Subtitle& subtitle) {

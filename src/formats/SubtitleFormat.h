@@ -50,11 +50,16 @@ class SubtitleFormat {
   /// The trial of the default Recognizes, for formats that take a first look at the lines.
   bool LoadsMoreThanErrors(const Lines& lines, const WString& fileName);
 
+  /// The trial of formats that accept a file if it gives any paragraph, however many errors there are.
+  bool LoadsAny(const Lines& lines, const WString& fileName);
+
   /// Whether LoadSubtitle depends on nothing but the lines: not on what an earlier load left in this instance or in
   /// process-wide state, nor on the subtitle's `FileName`. The winner's trial then counts as its load.
   virtual bool LoadDependsOnLinesOnly() const { return false; }
 
  private:
+  bool KeepsTrialWithMoreThan(size_t count, std::unique_ptr<Subtitle> trial);
+
   std::unique_ptr<Subtitle> trial_;
 };
 

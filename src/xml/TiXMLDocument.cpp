@@ -176,9 +176,10 @@ const XMLNode* parentAtPath(const XMLNode* node, std::string_view path, std::str
 
 // --- Markup.
 
-void appendInnerXml(std::string& out, const XMLElement& element);
+void appendInnerXml(std::string& out, const XMLElement& element, const XMLElement* without);
 
-void appendOuterXml(std::string& out, const XMLElement& element) {
+void appendOuterXml(std::string& out, const XMLElement& element, const XMLElement* without) {
+  if (&element == without) return;
   out += '<';
   out += element.Name();
   for (const XMLAttribute* attribute = element.FirstAttribute(); attribute; attribute = attribute->Next()) {
@@ -189,18 +190,18 @@ void appendOuterXml(std::string& out, const XMLElement& element) {
     out += '"';
   }
   out += '>';
-  appendInnerXml(out, element);
+  appendInnerXml(out, element, without);
   out += "</";
   out += element.Name();
   out += '>';
 }
 
-void appendInnerXml(std::string& out, const XMLElement& element) {
+void appendInnerXml(std::string& out, const XMLElement& element, const XMLElement* without) {
   for (const XMLNode* child = element.FirstChild(); child; child = child->NextSibling()) {
     if (child->ToText()) {
       out += child->Value();
     } else if (child->ToElement()) {
-      appendOuterXml(out, *child->ToElement());
+      appendOuterXml(out, *child->ToElement(), without);
     }
   }
 }
@@ -228,46 +229,6 @@ std::string escapeAttributeControls(std::string_view value) {
   }
   return out;
 }
-
-class Printer : public tinyxml2::XMLPrinter {
- public:
-  explicit Printer(std::string& out) : out_(out) {}
-
-  bool VisitEnter(const tinyxml2::XMLDocument& document) override {
-    // The base would take it from the document that entities stay as they are, and print a byte order mark.
-    root_ = document.FirstChildElement();
-    return true;
-  }
-
-  bool VisitEnter(const XMLElement& element, const XMLAttribute* attribute) override {
-    if (root_ == &element) escapes_ = true;
-    OpenElement(element.Name());
-    for (; attribute; attribute = attribute->Next()) {
-      if (escapes_ && std::strpbrk(attribute->Value(), "\r\n\t")) {
-        PushAttribute(attribute->Name(), escapeAttributeControls(attribute->Value()).c_str());
-      } else {
-        PushAttribute(attribute->Name(), attribute->Value());
-      }
-    }
-    return true;
-  }
-
-  bool VisitExit(const XMLElement& element) override {
-    if (root_ == &element) escapes_ = false;
-    return XMLPrinter::VisitExit(element);
-  }
-  using XMLPrinter::Visit;
-  using XMLPrinter::VisitExit;
-
- protected:
-  void Write(const char* data, size_t size) override { out_.append(data, size); }
-  void Putc(char unit) override { out_ += unit; }
-
- private:
-  std::string& out_;
-  const XMLElement* root_ = nullptr;  ///< The only element whose attributes are escaped.
-  bool escapes_ = false;
-};
 
 void nameUtf8Encoding(std::string& text) {
   constexpr std::string_view utf16 = " encoding=\"utf-16\"";
@@ -311,6 +272,77 @@ void unescapeMarkup(std::string& text) {
   }
   text.resize(written);
 }
+
+class Printer : public tinyxml2::XMLPrinter {
+ public:
+  explicit Printer(const DocumentStream& stream) : stream_(stream) {}
+
+  bool VisitEnter(const tinyxml2::XMLDocument& document) override {
+    // The base would take it from the document that entities stay as they are, and print a byte order mark.
+    root_ = document.FirstChildElement();
+    return true;
+  }
+
+  bool VisitEnter(const XMLElement& element, const XMLAttribute* attribute) override {
+    if (root_ == &element) escapes_ = true;
+    OpenElement(element.Name());
+    for (; attribute; attribute = attribute->Next()) {
+      if (escapes_ && std::strpbrk(attribute->Value(), "\r\n\t")) {
+        PushAttribute(attribute->Name(), escapeAttributeControls(attribute->Value()).c_str());
+      } else {
+        PushAttribute(attribute->Name(), attribute->Value());
+      }
+    }
+    return true;
+  }
+
+  bool VisitExit(const XMLElement& element) override {
+    if (stream_.parent == &element) PrintStream();
+    if (root_ == &element) escapes_ = false;
+    return XMLPrinter::VisitExit(element);
+  }
+  using XMLPrinter::Visit;
+  using XMLPrinter::VisitExit;
+
+  /// The text of the file.
+  WString Finish() {
+    EndPiece();
+    text_.resize(trimEndView(text_).size());
+    text_.erase(0, text_.size() - trimStartView(text_).size());
+    return std::move(text_);
+  }
+
+ protected:
+  void Write(const char* data, size_t size) override { piece_.append(data, size); }
+  void Putc(char unit) override { piece_ += unit; }
+
+ private:
+  void PrintStream() {
+    while (const XMLElement* child = stream_.nextChild()) {
+      child->Accept(this);
+      EndPiece();  // Behind a ">", which nothing that is rewritten holds.
+    }
+  }
+
+  void EndPiece() {
+    nameUtf8Encoding(piece_);
+    unescapeMarkup(piece_);
+    WString piece = toWide(piece_.c_str());
+    piece_.clear();
+    if (stream_.rewrite) stream_.rewrite(piece);
+    if (text_.empty()) {
+      text_ = std::move(piece);
+    } else {
+      text_ += piece;
+    }
+  }
+
+  const DocumentStream& stream_;
+  const XMLElement* root_ = nullptr;  ///< The only element whose attributes are escaped.
+  bool escapes_ = false;
+  std::string piece_;  ///< What is printed and not yet rewritten.
+  WString text_;
+};
 
 // --- The lines of a file.
 
@@ -508,21 +540,21 @@ WString elementInnerText(const XMLElement& element) {
 
 WString elementInnerXml(const XMLElement& element) {
   std::string markup;
-  appendInnerXml(markup, element);
+  appendInnerXml(markup, element, nullptr);
   return toWide(markup.c_str());
 }
 
 WString elementOuterXml(const XMLElement& element) {
   std::string markup;
-  appendOuterXml(markup, element);
+  appendOuterXml(markup, element, nullptr);
   return toWide(markup.c_str());
 }
 
-WString declarationAndRootXml(const TiXMLDocument& document) {
+WString declarationAndRootXml(const TiXMLDocument& document, const XMLElement* without) {
   std::string markup;
   for (const XMLNode* node = document.FirstChild(); node; node = node->NextSibling()) {
     if (node->ToElement()) {
-      appendOuterXml(markup, *node->ToElement());
+      appendOuterXml(markup, *node->ToElement(), without);
       break;
     }
     markup += "<?";
@@ -533,6 +565,7 @@ WString declarationAndRootXml(const TiXMLDocument& document) {
 }
 
 void appendXmlFragment(XMLElement& element, WStringView markup) {
+  if (markup.find(u'<') == WStringView::npos) return setText(element, markup);
   const TiXMLDocument fragment(markup);
   if (const XMLElement* first = fragment.FirstChildElement()) {
     element.InsertEndChild(first->DeepClone(element.GetDocument()));
@@ -542,12 +575,13 @@ void appendXmlFragment(XMLElement& element, WStringView markup) {
 }
 
 WString documentToText(const TiXMLDocument& document) {
-  std::string text;
-  Printer printer(text);
+  return documentToText(document, {});
+}
+
+WString documentToText(const TiXMLDocument& document, const DocumentStream& stream) {
+  Printer printer(stream);
   document.Accept(&printer);
-  nameUtf8Encoding(text);
-  unescapeMarkup(text);
-  return trim(toWide(text.c_str()));
+  return printer.Finish();
 }
 
 }  // namespace mova

@@ -6,6 +6,7 @@
 
 #include <tinyxml2.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -120,8 +121,9 @@ WString elementInnerXml(const XMLElement& element);
 /// put back as a text that documentToText lets through.
 WString elementOuterXml(const XMLElement& element);
 
-/// Each top-level node before the first element as "<?value?>", of whatever kind it is, then the first element.
-WString declarationAndRootXml(const TiXMLDocument& document);
+/// Each top-level node before the first element as "<?value?>", of whatever kind it is, then the first element. The
+/// element `without` is left out.
+WString declarationAndRootXml(const TiXMLDocument& document, const XMLElement* without = nullptr);
 
 /// Adds the first element of the markup as the last child; what stands before it and behind it is dropped. Markup
 /// without an element, or that can't be parsed, becomes the element's text as a whole (as by setText).
@@ -131,5 +133,16 @@ void appendXmlFragment(XMLElement& element, WStringView markup);
 /// every "amp;" goes, in words too, and every "&lt;" and "&gt;" that is there then becomes the character, in this
 /// order. So markup that a format stores as text comes out as markup, and an ampersand comes out bare, on purpose.
 WString documentToText(const TiXMLDocument& document);
+
+/// The same for documents that are too large to stand in memory as a whole.
+struct DocumentStream {
+  /// Gets further children, which are printed as if they were its last ones.
+  const XMLElement* parent = nullptr;
+  /// Gives one child at a time, then null. A child may change once the next one is asked for.
+  std::function<const XMLElement*()> nextChild;
+  /// Changes the text piece by piece. A piece ends behind a ">".
+  std::function<void(WString&)> rewrite;
+};
+WString documentToText(const TiXMLDocument& document, const DocumentStream& stream);
 
 }  // namespace mova

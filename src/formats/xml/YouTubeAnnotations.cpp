@@ -64,9 +64,7 @@ WString annotationClock(TimeCode timeCode) {
 
 bool YouTubeAnnotations::Recognizes(const Lines& lines, const WString& fileName) {
   CollectStyles = false;
-  Subtitle trial;
-  LoadSubtitle(trial, lines, fileName);
-  return !trial.Paragraphs.empty();
+  return LoadsAny(lines, fileName);
 }
 
 WString YouTubeAnnotations::WriteText(const Subtitle& subtitle, const WString&) {

@@ -19,6 +19,9 @@ class YouTubeAnnotations : public SubtitleFormat {
 
   /// Whether annotations of every style in the file are read, instead of speech bubbles, popups and anchored ones.
   bool CollectStyles = true;
+
+ protected:
+  bool LoadDependsOnLinesOnly() const override { return true; }  // Recognizes always clears `CollectStyles` first.
 };
 
 /// "H:MM:SS." and the milliseconds without leading zeros.
