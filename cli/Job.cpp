@@ -28,6 +28,10 @@ class NoticesOnStandardError {
   NoticesOnStandardError& operator=(const NoticesOnStandardError&) = delete;
   ~NoticesOnStandardError() {
     std::fflush(stdout);
+    if (output_ < 0) {  // It was closed, and so it stays.
+      ::close(STDOUT_FILENO);
+      return;
+    }
     ::dup2(output_, STDOUT_FILENO);
     ::close(output_);
   }

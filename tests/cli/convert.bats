@@ -388,6 +388,15 @@ load helper
   cmp appended <(echo before; expected_subrip)
 }
 
+@test "a closed standard output stays closed" {
+  caption_file film.txt
+  run -0 bash -c '"$1" convert film.txt --to SubRip --quiet >&-' - "$mova"
+  [ "$output" = "" ]
+  same_bytes film.srt expected_subrip
+  run -73 bash -c '"$1" convert film.txt --to SubRip --json >&-' - "$mova"
+  [ "$output" = "mova: standard output can't be written: Bad file descriptor" ]
+}
+
 @test "a named pipe as output" {
   caption_file film.txt
   mkfifo pipe
