@@ -21,7 +21,7 @@ using Json = nlohmann::ordered_json;
 
 /// One object on a line. A name that is not UTF-8 gets U+FFFD for its strange bytes.
 void printJson(const Json& json) {
-  fmt::print("{}\n", json.dump(-1, ' ', false, Json::error_handler_t::replace));
+  printLine(stdout, json.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 
 Json textOrNull(const std::string& text) {
@@ -30,10 +30,6 @@ Json textOrNull(const std::string& text) {
 
 std::string count(size_t captions) {
   return fmt::format("{} caption{}", captions, captions == 1 ? "" : "s");
-}
-
-void printMessage(const std::string& message) {
-  fmt::print(stderr, "mova: {}\n", message);
 }
 
 const Format& chooseTarget(const ConvertOptions& options) {
@@ -56,8 +52,8 @@ void report(const Outcome& outcome, const Format& target, const ConvertOptions& 
                {"status", outcome.status},
                {"message", textOrNull(outcome.message)}});
   } else if (outcome.message.empty() && !options.quiet) {
-    fmt::print(stderr, "{}: {}, {} -> {}: {}\n", printable(outcome.input), outcome.format, count(outcome.captions),
-               target.name, printable(outcome.output));
+    printLine(stderr, fmt::format("{}: {}, {} -> {}: {}", printable(outcome.input), outcome.format,
+                                  count(outcome.captions), target.name, printable(outcome.output)));
   }
 }
 
@@ -86,7 +82,7 @@ int detectCommand(const std::vector<std::string>& inputs, bool json) {
                  {"status", outcome.status},
                  {"message", textOrNull(outcome.message)}});
     } else if (outcome.status == 0) {
-      fmt::print("{}: {}, {}\n", printable(input), outcome.format, count(outcome.captions));
+      printLine(stdout, fmt::format("{}: {}, {}", printable(input), outcome.format, count(outcome.captions)));
     }
   }
   return worst;
@@ -99,12 +95,13 @@ int formatsCommand(bool json) {
       list.push_back(
           {{"name", format.name}, {"extension", format.extension}, {"read", true}, {"write", format.canWrite}});
     }
-    fmt::print("{}\n", list.dump(2));
+    printLine(stdout, list.dump(2));
     return 0;
   }
-  fmt::print("{:<22}{:<11}{}\n", "NAME", "EXTENSION", "USE");
+  printLine(stdout, fmt::format("{:<22}{:<11}{}", "NAME", "EXTENSION", "USE"));
   for (const Format& format : allFormats()) {
-    fmt::print("{:<22}{:<11}{}\n", format.name, format.extension, format.canWrite ? "read, write" : "read");
+    printLine(stdout,
+              fmt::format("{:<22}{:<11}{}", format.name, format.extension, format.canWrite ? "read, write" : "read"));
   }
   return 0;
 }

@@ -85,4 +85,12 @@ std::string printable(std::string_view text) {
   return result;
 }
 
+void printLine(std::FILE* stream, const std::string& line) {
+  std::fputs((line + "\n").c_str(), stream);
+}
+
+void printMessage(const std::string& message) {
+  printLine(stderr, "mova: " + message);
+}
+
 }  // namespace mova::cli

@@ -1,6 +1,7 @@
 /// Texts between the user, who writes UTF-8, and the library, which takes UTF-16.
 #pragma once
 
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,5 +24,10 @@ std::vector<std::string> nearestNames(std::string_view wanted, const std::vector
 
 /// A name for a message: control characters, which could break the line or the terminal, become "?".
 std::string printable(std::string_view text);
+
+/// Writes a line. A failure stays in the stream's error flag; nothing is thrown.
+void printLine(std::FILE* stream, const std::string& line);
+/// Tells the user something that went wrong, on standard error.
+void printMessage(const std::string& message);
 
 }  // namespace mova::cli

@@ -143,15 +143,15 @@ int main(int argc, char** argv) {
   try {
     status = CommandLine().run(argc, argv);
   } catch (const Failure& failure) {
-    fmt::print(stderr, "mova: {}\n", failure.what());
+    printMessage(failure.what());
     status = failure.status;
   } catch (const std::exception& exception) {
-    fmt::print(stderr, "mova: {}\n", exception.what());
+    printMessage(exception.what());
     status = kSoftware;
   }
   std::cout.flush();
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-    fmt::print(stderr, "mova: standard output can't be written: {}\n", std::strerror(errno));
+    printMessage(std::string("standard output can't be written: ") + std::strerror(errno));
     status = std::max(status, static_cast<int>(kCantCreate));
   }
   return status;

@@ -69,6 +69,16 @@ load helper
   done
 }
 
+@test "a full or closed standard error changes nothing else" {
+  caption_file film.txt
+  for where in '2>/dev/full' '2>&-'; do
+    run -0 bash -c '"$1" convert film.txt --to SubRip '"$where" - "$mova"
+    same_bytes film.srt expected_subrip
+    run -66 bash -c '"$1" convert gone.srt --to SubRip '"$where" - "$mova"
+    run -64 bash -c '"$1" frobnicate '"$where" - "$mova"
+  done
+}
+
 # --- Settings.
 
 setting_is_refused() {
