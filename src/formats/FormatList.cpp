@@ -29,6 +29,8 @@
 #include "formats/script/Sami.h"
 #include "formats/script/SamiModern.h"
 #include "formats/script/SubStationAlpha.h"
+#include "formats/xml/DCinemaSmpte2007.h"
+#include "formats/xml/DCinemaSmpte2010.h"
 #include "formats/xml/FinalCutProXCM.h"
 #include "formats/xml/FinalCutProXXml.h"
 #include "formats/xml/FinalCutProXml.h"
@@ -58,6 +60,8 @@ constexpr std::unique_ptr<SubtitleFormat> (*formats[])() = {
     create<Csv>,                               // "Csv" .csv
     create<Csv2>,                              // "Csv2" .csv
     create<Csv3>,                              // "Csv3" .csv
+    create<DCinemaSmpte2007>,                  // "D-Cine SMPTE 2007" .xml
+    create<DCinemaSmpte2010>,                  // "D-Cine SMPTE 2010" .xml
     create<Ebu>,                               // "EBU STL" .stl
     create<FinalCutProXml>,                    // "Final Cut Pro Xml" .xml
     create<FinalCutProXmlGap>,                 // "Final Cut Xml Gap" .fcpxml
