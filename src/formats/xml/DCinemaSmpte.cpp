@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <utility>
 
 #include "formats/xml/DCinemaRuns.h"
 #include "model/Arithmetic.h"
@@ -20,7 +21,11 @@ namespace {
 /// need not be joined.
 bool holdsReel(const Lines& lines) {
   const auto holds = [](WStringView text) {
-    return findText(text, u"<dcst:SubtitleReel") != WString::npos || findText(text, u"<SubtitleReel") != WString::npos;
+    for (size_t i = 0; (i = findUnit(text, u'<', i)) != WStringView::npos; ++i) {
+      const WStringView tag = text.substr(i);
+      if (tag.starts_with(u"<SubtitleReel") || tag.starts_with(u"<dcst:SubtitleReel")) return true;
+    }
+    return false;
   };
   return holds(lines.Units()) && holds(joinedText(lines));
 }
@@ -265,19 +270,29 @@ WString DCinemaSmpte::WriteText(const Subtitle& subtitle, const WString& title) 
   TakeEditRate();  // Before a missing rate is filled in, on purpose.
   fillMissingSettings(title);
   TiXMLDocument document(replaceAll(skeleton, u"[year]", year_));
-  XMLElement& font = fillProperties(document.RootElement());
-  int32_t number = 0;
-  for (const auto& paragraph : subtitle.Paragraphs) {
-    if (!paragraph->Text.empty()) AppendSubtitle(font, *paragraph, ++number);
-  }
-  WString text = documentToText(document);
-  replaceAllInPlace(text, u"encoding=\"utf-8\"", u"encoding=\"UTF-8\"");
-  replaceAllInPlace(text, u" xmlns:dcst=\"dcst\"", u"");
-  return text;
+
+  XMLElement* subtitleElement = nullptr;
+  size_t next = 0;
+  int32_t spotNumber = 0;
+  DocumentStream stream;
+  stream.parent = &fillProperties(document.RootElement());
+  stream.nextChild = [&]() -> const XMLElement* {
+    if (subtitleElement) document.DeleteNode(std::exchange(subtitleElement, nullptr));
+    while (next < subtitle.Paragraphs.size()) {
+      const Paragraph& paragraph = *subtitle.Paragraphs[next++];
+      if (!paragraph.Text.empty()) return subtitleElement = NewSubtitle(document, paragraph, ++spotNumber);
+    }
+    return nullptr;
+  };
+  stream.rewrite = [](WString& text) {
+    replaceAllInPlace(text, u"encoding=\"utf-8\"", u"encoding=\"UTF-8\"");
+    replaceAllInPlace(text, u" xmlns:dcst=\"dcst\"", u"");
+  };
+  return documentToText(document, stream);
 }
 
-void DCinemaSmpte::AppendSubtitle(XMLElement& font, const Paragraph& paragraph, int32_t spotNumber) const {
-  XMLElement* subtitle = font.InsertNewChildElement("dcst:Subtitle");
+XMLElement* DCinemaSmpte::NewSubtitle(TiXMLDocument& document, const Paragraph& paragraph, int32_t spotNumber) const {
+  XMLElement* subtitle = document.NewElement("dcst:Subtitle");
   subtitle->SetAttribute("SpotNumber", spotNumber);
   subtitle->SetAttribute("FadeUpTime", "00:00:00:00");
   subtitle->SetAttribute("FadeDownTime", "00:00:00:00");
@@ -306,6 +321,7 @@ void DCinemaSmpte::AppendSubtitle(XMLElement& font, const Paragraph& paragraph, 
     row->SetAttribute("Valign", "bottom");
     row->SetText(" ");
   }
+  return subtitle;
 }
 
 /// Fills the D-Cinema group with fresh values, then with what the reel states.

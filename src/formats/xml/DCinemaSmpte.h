@@ -47,7 +47,7 @@ class DCinemaSmpte : public SubtitleFormat {
 
  private:
   void TakeEditRate();
-  void AppendSubtitle(XMLElement& font, const Paragraph& paragraph, int32_t spotNumber) const;
+  XMLElement* NewSubtitle(TiXMLDocument& document, const Paragraph& paragraph, int32_t spotNumber) const;
   void LoadSettings(const XMLElement* root) const;
   std::optional<Paragraph> ParagraphOf(const XMLElement& element) const;
 
