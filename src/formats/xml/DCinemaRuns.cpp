@@ -31,10 +31,7 @@ WString DCinemaRuns::MarkupOf(WStringView line) {
   const size_t lastClosing = line.rfind(u'>');
   for (size_t i = 0; i < line.size();) {
     const WStringView rest = line.substr(i);
-    if (rest.front() != u'<') {
-      pending_ += rest.front();
-      ++i;
-    } else if (!italic_ && rest.starts_with(openItalic)) {
+    if (!italic_ && rest.starts_with(openItalic)) {
       FlushPlain();
       italic_ = true;
       i += openItalic.size();
