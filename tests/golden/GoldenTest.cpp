@@ -215,6 +215,11 @@ std::string caseName(const Golden& golden) {
   return name;
 }
 
+/// For googletest's messages.
+void PrintTo(const Golden& golden, std::ostream* stream) {
+  *stream << fs::relative(golden.expected, kFolder);
+}
+
 class GoldenTest : public testing::TestWithParam<Golden> {};
 
 TEST_P(GoldenTest, GivesTheExpectedBytes) {
