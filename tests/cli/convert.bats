@@ -100,6 +100,20 @@ load helper
   holds_only film.txt
 }
 
+@test "an extension of several formats is refused with their names" {
+  caption_file film.txt
+  run -64 "$mova" convert film.txt --output film.cap
+  [ "$output" = 'mova: several formats have the extension ".cap"; name one of them with --to: CapMaker Plus, Cheetah Caption' ]
+  holds_only film.txt
+}
+
+@test "a format that can only be read gives its notice, and the user is told" {
+  caption_file film.txt
+  run -0 "$mova" convert film.txt --to "cheetah caption"
+  [ "$output" = "mova: film.txt: Cheetah Caption can only be read; film.cap holds a notice instead of captions" ]
+  [ "$(cat film.cap)" = "Not supported!" ]
+}
+
 # --- Inputs.
 
 @test "an input that does not exist" {
