@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "formats/FormatList.h"
 #include "model/GlobalSettings.h"
@@ -34,7 +35,12 @@ WString convertToFormat(WStringView formatName, WString& outputPath, Subtitle& s
     } else if (subtitle.WasLoadedWithFrameNumbers) {
       subtitle.CalculateFrameNumbersChecked(frameRate);
     }
-    text += subtitle.ToText(*format);
+    WString more = subtitle.ToText(*format);
+    if (text.empty()) {
+      text = std::move(more);
+    } else {
+      text += more;
+    }
   }
   return text;
 }
