@@ -134,15 +134,10 @@ void appendXmlFragment(XMLElement& element, WStringView markup);
 /// order. So markup that a format stores as text comes out as markup, and an ampersand comes out bare, on purpose.
 WString documentToText(const TiXMLDocument& document);
 
-/// The same for documents that are too large to stand in memory as a whole.
-struct DocumentStream {
-  /// Gets further children, which are printed as if they were its last ones.
-  const XMLElement* parent = nullptr;
-  /// Gives one child at a time, then null. A child may change once the next one is asked for.
-  std::function<const XMLElement*()> nextChild;
-  /// Changes the text piece by piece. A piece ends behind a ">".
-  std::function<void(WString&)> rewrite;
-};
-WString documentToText(const TiXMLDocument& document, const DocumentStream& stream);
+/// The same where an element of the document gets many more children: `appendChild(i)` adds the next element behind the
+/// last child of `parent`; it is printed and deleted again, so that the tree of a long file never stands in memory as a
+/// whole.
+WString documentToText(TiXMLDocument& document, XMLElement& parent, size_t count,
+                       const std::function<void(size_t)>& appendChild);
 
 }  // namespace mova

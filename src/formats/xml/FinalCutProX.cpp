@@ -41,20 +41,24 @@ WString finalCutTitle(WStringView reference) {
   return replaceAll(titleTemplate, u"[ref]", reference);
 }
 
-void fillTitle(XMLElement& title, WStringView text, TimeCode start, TimeCode end) {
-  const WString plainText = removeHtmlTags(text);
-  const WString offset = ticks(start.TotalMilliseconds, 60000);
+void fillTitle(XMLElement& title, const Paragraph& paragraph) {
+  const double start = paragraph.StartTime.TotalMilliseconds;
+  const WString plainText = removeHtmlTags(paragraph.Text);
+  const WString offset = ticks(start, 60000);
   setAttribute(title, "offset", offset);
   setAttribute(title, "name", plainText);
-  setAttribute(title, "duration", ticks(end.TotalMilliseconds - start.TotalMilliseconds, 60000));
+  setAttribute(title, "duration", ticks(paragraph.EndTime.TotalMilliseconds - start, 60000));
   setAttribute(title, "start", offset);
   setText(*title.FirstChildElement("text"), plainText);
 }
 
-WString finishedProject(const TiXMLDocument& document) {
-  WString text = documentToText(document);
+WString finishedProject(TiXMLDocument& document, XMLElement& parent, const Subtitle& subtitle,
+                        const std::function<void(const Paragraph&)>& appendChild) {
+  WString text = documentToText(document, parent, subtitle.Paragraphs.size(),
+                                [&](size_t i) { appendChild(*subtitle.Paragraphs[i]); });
   replaceAllInPlace(text, u"fcpxml[]", u"fcpxml");
-  return replaceAllInPlace(text, u"fcpxml []", u"fcpxml");
+  replaceAllInPlace(text, u"fcpxml []", u"fcpxml");
+  return text;
 }
 
 WString ticks(double milliseconds, int32_t base) {

@@ -1,7 +1,9 @@
 /// What the Final Cut Pro X formats share: the project that they fill, and times as rational seconds.
 #pragma once
 
-#include "model/TimeCode.h"
+#include <functional>
+
+#include "model/Subtitle.h"
 #include "movautil/WideString.h"
 #include "xml/TiXMLDocument.h"
 
@@ -13,11 +15,13 @@ WString finalCutProject(WStringView version, WStringView spine);
 /// The text of a title of a caption; `reference` is its attribute "ref".
 WString finalCutTitle(WStringView reference);
 
-/// Gives a title its times and text. The text is also its name.
-void fillTitle(XMLElement& title, WStringView text, TimeCode start, TimeCode end);
+/// Gives a title the times and the text of a caption. The text is also its name.
+void fillTitle(XMLElement& title, const Paragraph& paragraph);
 
-/// The printed project without what a printer might make of the document type.
-WString finishedProject(const TiXMLDocument& document);
+/// The printed project, where `appendChild` adds what a caption becomes behind the last child of `parent`. Takes away
+/// what a printer might make of the document type.
+WString finishedProject(TiXMLDocument& document, XMLElement& parent, const Subtitle& subtitle,
+                        const std::function<void(const Paragraph&)>& appendChild);
 
 /// Time as ticks of 1/60000 or 1/2400000 second, cut, not rounded: "60000/60000s".
 WString ticks(double milliseconds, int32_t base);

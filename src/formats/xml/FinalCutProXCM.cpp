@@ -25,15 +25,14 @@ bool FinalCutProXCM::Recognizes(const Lines& lines, const WString& fileName) {
 WString FinalCutProXCM::WriteText(const Subtitle& subtitle, const WString&) {
   TiXMLDocument document(finalCutProject(u"1.1", spineTemplate));
   XMLElement* clip = elementAtPath(document.RootElement(), "project/sequence/spine/clip");
-  for (const auto& paragraph : subtitle.Paragraphs) {
-    const double start = paragraph->StartTime.TotalMilliseconds;
+  return finishedProject(document, *clip, subtitle, [&](const Paragraph& paragraph) {
+    const double start = paragraph.StartTime.TotalMilliseconds;
     XMLElement* marker = clip->InsertNewChildElement("chapter-marker");
-    setAttribute(*marker, "duration", ticks(paragraph->EndTime.TotalMilliseconds - start, 2400000));
+    setAttribute(*marker, "duration", ticks(paragraph.EndTime.TotalMilliseconds - start, 2400000));
     setAttribute(*marker, "start", ticks(start, 2400000));
-    setAttribute(*marker, "value", replaceAll(paragraph->Text, u"\r\n", lineBreakLetter));
+    setAttribute(*marker, "value", replaceAll(paragraph.Text, u"\r\n", lineBreakLetter));
     marker->SetAttribute("posterOffset", "11/24s");
-  }
-  return finishedProject(document);
+  });
 }
 
 void FinalCutProXCM::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

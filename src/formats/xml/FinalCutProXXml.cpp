@@ -13,9 +13,9 @@ WString FinalCutProXXml::WriteText(const Subtitle& subtitle, const WString& titl
   TiXMLDocument document(finalCutProject(u"1.1", u""));
   XMLElement* spine = elementAtPath(document.RootElement(), "project/sequence/spine");
   const TiXMLDocument titleDocument(finalCutTitle(u"r6"));
-  for (const auto& paragraph : subtitle.Paragraphs) {
-    const double start = paragraph->StartTime.TotalMilliseconds;
-    const WString duration = ticks(paragraph->EndTime.TotalMilliseconds - start, 2400000);
+  return finishedProject(document, *spine, subtitle, [&](const Paragraph& paragraph) {
+    const double start = paragraph.StartTime.TotalMilliseconds;
+    const WString duration = ticks(paragraph.EndTime.TotalMilliseconds - start, 2400000);
     XMLElement* clip = spine->InsertNewChildElement("clip");
     setAttribute(*clip, "name", title);
     setAttribute(*clip, "duration", duration);
@@ -24,9 +24,8 @@ WString FinalCutProXXml::WriteText(const Subtitle& subtitle, const WString& titl
     setAttribute(*clip, "audioDuration", duration);
     clip->SetAttribute("tcFormat", "NDF");
     XMLNode* clipTitle = clip->InsertEndChild(titleDocument.RootElement()->DeepClone(&document));
-    fillTitle(*clipTitle->ToElement(), paragraph->Text, paragraph->StartTime, paragraph->EndTime);
-  }
-  return finishedProject(document);
+    fillTitle(*clipTitle->ToElement(), paragraph);
+  });
 }
 
 void FinalCutProXXml::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

@@ -1,6 +1,7 @@
 #include "formats/xml/FinalCutProXml.h"
 
 #include <array>
+#include <map>
 #include <optional>
 
 #include "model/Arithmetic.h"
@@ -317,6 +318,9 @@ constexpr WStringView itemTemplate =
 </sourcetrack>
 </generatoritem>)";
 
+/// Where the track of the sequence lies, and nothing else.
+constexpr WStringView trackPath = u"<xmeml><sequence><media><video><track/></video></media></sequence></xmeml>";
+
 /// Stands for a line break until the text is printed; no printer would let "&#13;" through.
 constexpr WStringView lineBreakMark = u"_____@___";
 
@@ -356,57 +360,119 @@ int32_t styleOf(WStringView captionText) {
   return text.starts_with(u"<i>") && text.ends_with(u"</i>") ? 3 : 1;
 }
 
-/// The generator items of the captions, one at a time.
-class GeneratorItems {
- public:
-  explicit GeneratorItems(const Subtitle& subtitle) : subtitle_(subtitle) {}
+/// The last step of writing. It may be done piece by piece, where no piece ends within one of the texts.
+WString& rewrite(WString& text) {
+  replaceAllInPlace(text, u"xmeml[]", u"xmeml");
+  return replaceAllInPlace(text, lineBreakMark, u"&#13;");
+}
 
-  /// Null behind the last one. An item is changed by the call that follows.
-  const XMLElement* Next() {
-    while (next_ < subtitle_.Paragraphs.size()) {
-      const Paragraph& paragraph = *subtitle_.Paragraphs[next_++];
-      // There is no item if the font's name breaks the markup.
-      if (XMLElement* item = Template(styleOf(paragraph.Text))) return Filled(*item, paragraph);
+/// What a generator item says of its caption.
+struct Item {
+  int32_t style;
+  WString number;
+  WString start;
+  WString end;
+  WString text;
+};
+
+WString itemMarkup(const Item& item) {
+  WString markup = withRates(itemTemplate);
+  replaceAllInPlace(markup, u"[NUMBER]", item.number);
+  replaceAllInPlace(markup, u"[FONTSTYLE]", intToWStr(item.style, u"%d"));
+  replaceAllInPlace(markup, u"[FONTSIZE]", intToWStr(GlobalSettings.FcpFontSize, u"%d"));
+  replaceAllInPlace(markup, u"[FONTNAME]", GlobalSettings.FcpFontName);
+  return replaceAllInPlace(markup, u"[NUMBER]", item.number);  // again, for a font whose name holds it
+}
+
+/// The item as it is printed in a sequence, from the end of the line before to the indent of the line behind. Empty
+/// where the font's name breaks the markup.
+WString printedItem(const Item& item) {
+  TiXMLDocument document(trackPath);
+  XMLElement* track = findElementDeep(document.RootElement(), "track");
+  appendXmlFragment(*track, itemMarkup(item));
+  XMLElement* element = track->FirstChildElement();
+  if (!element) return {};
+  setText(*findElementDeep(element, "start"), item.start);
+  setText(*findElementDeep(element, "end"), item.end);
+  // The first value is that of the parameter "part1", on purpose; the text parameter keeps "[TEXT]".
+  XMLElement* value = findElementDeep(element, "value");
+  setText(*value, item.text);
+  appendXmlFragment(*value, replaceAll(item.text, u"\r\n", lineBreakMark));
+
+  WString text = documentToText(document);
+  text.resize(text.rfind(u"</track>"));
+  constexpr WStringView trackTag = u"<track>";
+  text.erase(0, text.find(trackTag) + trackTag.size());
+  return rewrite(text);
+}
+
+/// The text as it is printed when it is an element's only child.
+WString printedText(WStringView text) {
+  TiXMLDocument document(u"<x/>");
+  setText(*document.RootElement(), text);
+  const WString printed = documentToText(document);
+  WString inner = printed.substr(3, printed.size() - 7);  // without "<x>" and "</x>"
+  return rewrite(inner);
+}
+
+/// Whether the text parses to an element, which is then printed a second time behind it, on purpose.
+bool holdsElement(WStringView text) {
+  return text.find(u'<') != WStringView::npos && TiXMLDocument(text).FirstChildElement();
+}
+
+/// Prints items that differ in number, times and text only: an item is long, and most of it is always the same.
+class ItemPrinter {
+ public:
+  explicit ItemPrinter(int32_t style) : text_(printedItem({style, u"", u"", u"", u""})) {
+    if (text_.empty()) return;
+    // All four come before anything that the settings put in.
+    size_t position = 0;
+    for (size_t i = 0; i < places_.size(); ++i) {
+      constexpr WStringView before[] = {u"\"Outline Text", u"<start>", u"<end>", u"<value>"};
+      position = text_.find(before[i], position) + before[i].size();
+      places_[i] = position;
     }
-    return nullptr;
+  }
+
+  /// About the length of an item with a short text.
+  size_t Size() const { return text_.size() + 128; }
+
+  void AppendTo(WString& out, const Item& item) const {
+    if (text_.empty()) return;
+    const WString contents[] = {item.number, item.start, item.end,
+                                printedText(replaceAll(item.text, u"\r\n", lineBreakMark))};
+    size_t position = 0;
+    for (size_t i = 0; i < places_.size(); ++i) {
+      out.append(text_, position, places_[i] - position);
+      out += contents[i];
+      position = places_[i];
+    }
+    out.append(text_, position);
   }
 
  private:
-  /// Parsing the template costs more than all the rest, and items of one style differ in little.
-  XMLElement* Template(int32_t style) {
-    TiXMLDocument& document = templates_[style];
-    const WString& fontName = GlobalSettings.FcpFontName;
-    const bool dependsOnNumber = fontName.find(u"[NUMBER]") != WString::npos;
-    if (dependsOnNumber || !document.RootElement()) {
-      const WString number = intToWStr(static_cast<int32_t>(next_), u"%d");
-      WString text = withRates(itemTemplate);
-      replaceAllInPlace(text, u"[NUMBER]", number);
-      replaceAllInPlace(text, u"[FONTSTYLE]", intToWStr(style, u"%d"));
-      replaceAllInPlace(text, u"[FONTSIZE]", intToWStr(GlobalSettings.FcpFontSize, u"%d"));
-      replaceAllInPlace(text, u"[FONTNAME]", fontName);
-      replaceAllInPlace(text, u"[NUMBER]", number);
-      document.Parse(text);
-    }
-    return document.RootElement();
-  }
-
-  const XMLElement* Filled(XMLElement& item, const Paragraph& paragraph) {
-    setAttribute(item, "id", u"Outline Text" + intToWStr(static_cast<int32_t>(next_), u"%d"));
-    setText(*findElementDeep(&item, "start"), framesOf(paragraph.StartTime));
-    setText(*findElementDeep(&item, "end"), framesOf(paragraph.EndTime));
-    // The first value is that of the parameter "part1", on purpose; the text parameter keeps "[TEXT]".
-    XMLElement& value = *findElementDeep(&item, "value");
-    value.DeleteChildren();
-    const WString text = removeHtmlTags(cText(paragraph.Text));
-    setText(value, text);
-    appendXmlFragment(value, replaceAll(text, u"\r\n", lineBreakMark));
-    return &item;
-  }
-
-  const Subtitle& subtitle_;
-  size_t next_ = 0;
-  std::array<TiXMLDocument, 5> templates_;  ///< By style.
+  WString text_;  ///< With nothing where the contents go.
+  std::array<size_t, 4> places_{};
 };
+
+/// Appends what stands between the tags of the track.
+void appendItems(WString& out, const Subtitle& subtitle) {
+  const bool fontHoldsNumber = GlobalSettings.FcpFontName.find(u"[NUMBER]") != WString::npos;
+  std::map<int32_t, ItemPrinter> printers;
+  const ItemPrinter& plain = printers.try_emplace(1, 1).first->second;
+  out.reserve(out.size() + plain.Size() * subtitle.Paragraphs.size());  // Growing step by step would copy gigabytes.
+  int32_t number = 0;
+  for (const auto& paragraph : subtitle.Paragraphs) {
+    const Item item = {styleOf(paragraph->Text), intToWStr(++number, u"%d"), framesOf(paragraph->StartTime),
+                       framesOf(paragraph->EndTime), removeHtmlTags(cText(paragraph->Text))};
+    out.resize(trimEndView(out).size());  // without the line break and indent behind the item before
+    if (fontHoldsNumber || holdsElement(item.text)) {
+      out += printedItem(item);
+    } else {
+      printers.try_emplace(item.style, item.style).first->second.AppendTo(out, item);
+    }
+  }
+}
 
 /// The whole part of the rate that the first "timebase" below the first "rate" states, if there is one.
 std::optional<int32_t> statedRate(const XMLElement* rate) {
@@ -491,15 +557,21 @@ WString FinalCutProXml::WriteText(const Subtitle& subtitle, const WString& given
   setText(*elementAtPath(sequence, "name"), title);
   setText(*elementAtPath(sequence, "uuid"), sequenceUuid(subtitle));
 
-  GeneratorItems items(subtitle);
-  DocumentStream stream;
-  stream.parent = elementAtPath(sequence, "media/video/track");
-  stream.nextChild = [&items] { return items.Next(); };
-  stream.rewrite = [](WString& text) {
-    replaceAllInPlace(text, u"xmeml[]", u"xmeml");
-    replaceAllInPlace(text, lineBreakMark, u"&#13;");
-  };
-  return documentToText(document, stream);
+  WString text = documentToText(document);
+  rewrite(text);
+  constexpr WStringView emptyTrack = u"<track/>";
+  const size_t track = text.rfind(emptyTrack);  // the last one: the title may hold anything
+  const WString tail = text.substr(track + emptyTrack.size());
+  text.replace(track, WString::npos, u"<track>");
+  const size_t begin = text.size();
+  appendItems(text, subtitle);
+  if (text.size() > begin) {
+    text += u"</track>";
+  } else {
+    text.replace(track, WString::npos, emptyTrack);
+  }
+  text += tail;
+  return text;
 }
 
 void FinalCutProXml::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

@@ -31,11 +31,10 @@ WString FinalCutProXmlGap::WriteText(const Subtitle& subtitle, const WString&) {
   TiXMLDocument document(finalCutProject(u"1.2", spineTemplate));
   XMLElement* gap = elementAtPath(document.RootElement(), "project/sequence/spine/gap");
   const TiXMLDocument titleDocument(finalCutTitle(u"r1"));
-  for (const auto& paragraph : subtitle.Paragraphs) {
+  return finishedProject(document, *gap, subtitle, [&](const Paragraph& paragraph) {
     XMLNode* title = gap->InsertEndChild(titleDocument.RootElement()->DeepClone(&document));
-    fillTitle(*title->ToElement(), paragraph->Text, paragraph->StartTime, paragraph->EndTime);
-  }
-  return finishedProject(document);
+    fillTitle(*title->ToElement(), paragraph);
+  });
 }
 
 void FinalCutProXmlGap::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

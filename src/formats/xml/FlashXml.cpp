@@ -90,13 +90,13 @@ bool FlashXml::Recognizes(const Lines& lines, const WString&) {
 WString FlashXml::WriteText(const Subtitle& subtitle, const WString&) {
   TiXMLDocument document(skeleton);
   XMLElement* div = findElementDeep(document.RootElement(), "div");
-  for (const auto& paragraph : subtitle.Paragraphs) {
+  return documentToText(document, *div, subtitle.Paragraphs.size(), [&](size_t i) {
+    const Paragraph& paragraph = *subtitle.Paragraphs[i];
     XMLElement* p = div->InsertNewChildElement("p");
-    setText(*p, cdataText(paragraph->Text));
-    setAttribute(*p, "begin", flashClock(paragraph->StartTime));
-    setAttribute(*p, "end", flashClock(paragraph->EndTime));
-  }
-  return documentToText(document);
+    setText(*p, cdataText(paragraph.Text));
+    setAttribute(*p, "begin", flashClock(paragraph.StartTime));
+    setAttribute(*p, "end", flashClock(paragraph.EndTime));
+  });
 }
 
 void FlashXml::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

@@ -70,20 +70,19 @@ bool YouTubeAnnotations::Recognizes(const Lines& lines, const WString& fileName)
 WString YouTubeAnnotations::WriteText(const Subtitle& subtitle, const WString&) {
   TiXMLDocument document(skeleton);
   XMLElement* annotations = findElementDeep(document.RootElement(), "annotations");
-  int32_t number = 0;
-  for (const auto& paragraph : subtitle.Paragraphs) {
+  return documentToText(document, *annotations, subtitle.Paragraphs.size(), [&](size_t i) {
+    const Paragraph& paragraph = *subtitle.Paragraphs[i];
     XMLElement* annotation = annotations->InsertNewChildElement("annotation");
-    setAttribute(*annotation, "id", u"annotation_" + intToWStr(++number, u"%d"));
+    setAttribute(*annotation, "id", u"annotation_" + intToWStr(static_cast<int32_t>(i + 1), u"%d"));
     annotation->SetAttribute("author", "Caption Forge");
     annotation->SetAttribute("type", "text");
     annotation->SetAttribute("style", "speech");
-    setText(*annotation->InsertNewChildElement("TEXT"), paragraph->Text);
+    setText(*annotation->InsertNewChildElement("TEXT"), paragraph.Text);
     XMLElement* region = annotation->InsertNewChildElement("segment")->InsertNewChildElement("movingRegion");
     region->SetAttribute("type", "anchored");
-    appendAnchor(*region, paragraph->StartTime);
-    appendAnchor(*region, paragraph->EndTime);
-  }
-  return documentToText(document);
+    appendAnchor(*region, paragraph.StartTime);
+    appendAnchor(*region, paragraph.EndTime);
+  });
 }
 
 void YouTubeAnnotations::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

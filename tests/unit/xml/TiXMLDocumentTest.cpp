@@ -313,6 +313,35 @@ TEST(TiXMLDocument, KeepsTheOrderOfFirstSettingAttributes) {
   EXPECT_EQ(documentToText(document), u"<a z=\"\u00E9\" b=\"2\"/>");
 }
 
+TEST(TiXMLDocument, PrintsManyChildrenAsIfTheyWereThere) {
+  const auto appendTo = [](XMLElement& parent, size_t i) {
+    XMLElement* child = parent.InsertNewChildElement("p");
+    if (i == 1) return;
+    setAttribute(*child, "n", u"a\n&<>\"");
+    setText(*child->InsertNewChildElement("t"), u"&lt;i&gt;x</i> amp;amp; encoding=\"utf-16\"");
+  };
+  constexpr WStringView markup = u"<?xml version='1.0' encoding=\"utf-16\"?><r><a/><d><e/></d><b>text<c/></b></r><s/>";
+  for (const char* name : {"r", "a", "d", "b", "c"}) {
+    TiXMLDocument whole(markup);
+    TiXMLDocument streamed(markup);
+    const auto find = [name](TiXMLDocument& document) {
+      return isNamed(document.RootElement(), name) ? document.RootElement()
+                                                   : findElementDeep(document.RootElement(), name);
+    };
+    for (size_t i = 0; i < 3; ++i) appendTo(*find(whole), i);
+    XMLElement& parent = *find(streamed);
+    EXPECT_EQ(documentToText(streamed, parent, 3, [&](size_t i) { appendTo(parent, i); }), documentToText(whole))
+        << name;
+    EXPECT_EQ(documentToText(streamed), documentToText(TiXMLDocument(markup))) << name;
+  }
+}
+
+TEST(TiXMLDocument, PrintsNoChildrenOfMany) {
+  TiXMLDocument document(u"<r><a/></r>");
+  XMLElement& parent = *findElementDeep(document.RootElement(), "a");
+  EXPECT_EQ(documentToText(document, parent, 0, [](size_t) { FAIL(); }), u"<r>\n    <a/>\n</r>");
+}
+
 // --- Texts of elements.
 
 TEST(TiXMLDocument, SetTextReplacesAFirstTextOrGoesInFront) {
