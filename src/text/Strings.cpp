@@ -190,6 +190,7 @@ WString stripByteOrderMark(WStringView text) {
 
 WString latin1UnitsToUtf8Units(WStringView text) {
   WString units;
+  units.reserve(text.size());
   for (char16_t unit : text) {
     if (unit < 128) {
       units += unit;

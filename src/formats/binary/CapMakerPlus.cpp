@@ -6,7 +6,6 @@
 #include "model/Arithmetic.h"
 #include "movautil/MovaUtil.h"
 #include "text/Markup.h"
-#include "text/Regex.h"
 #include "text/Strings.h"
 
 namespace mova {
@@ -22,9 +21,12 @@ constexpr size_t textOffset = 25;              // from a mark
 constexpr size_t programmeStartOffset = 1354;  // in the file
 constexpr double readingSpeed = 15.0;          // characters a second
 
-const Regex& timeCodePattern() {
-  static const Regex regex = createRegex(u"^\\d\\d:\\d\\d:\\d\\d:\\d\\d$");
-  return regex;
+/// Whether the bytes read "00:00:00:00", with any digits.
+bool isTimeCode(std::span<const unsigned char> bytes) {
+  for (size_t i = 0; i < bytes.size(); ++i) {
+    if (i % 3 == 2 ? bytes[i] != ':' : !isDigit(bytes[i])) return false;
+  }
+  return bytes.size() == timeSize;
 }
 
 /// "HH:MM:SS:FF"; nothing if there are fewer pieces.
@@ -33,11 +35,6 @@ std::optional<TimeCode> readTime(WStringView text) {
   if (pieces.size() < 4) return std::nullopt;
   return TimeCode{static_cast<double>(partsToMilliseconds(
       wideToInt(pieces[0]), wideToInt(pieces[1]), wideToInt(pieces[2]), framesToMilliseconds(wideToInt(pieces[3]))))};
-}
-
-/// Up to a zero byte, one unit for each byte.
-WString bytesAsUnits(std::span<const unsigned char> bytes) {
-  return WString(bytes.begin(), std::find(bytes.begin(), bytes.end(), 0));
 }
 
 }  // namespace
@@ -55,10 +52,10 @@ void CapMakerPlus::LoadSubtitle(Subtitle& subtitle, const Lines&, const WString&
   const std::span<const unsigned char> bytes = _file.Bytes();
   for (size_t p = firstMark; p + trailerSize < bytes.size(); ++p) {
     if (bytes[p] != markByte) continue;
-    // The mark is part of the text, on purpose, and the pattern demands a digit in its place.
-    const WString time = bytesAsUnits(bytes.subspan(p, timeSize));
-    if (time == u"00:00:00:00" || !timeCodePattern().Matches(time)) continue;
-    subtitle.Append(readCapMakerCaption(bytes, p, time));
+    // The mark is part of the time code, on purpose, and a time code has a digit in its place.
+    const auto timeBytes = bytes.subspan(p, timeSize);
+    const WString time = isTimeCode(timeBytes) ? WString(timeBytes.begin(), timeBytes.end()) : WString();
+    if (!time.empty() && time != u"00:00:00:00") subtitle.Append(readCapMakerCaption(bytes, p, time));
   }
   finishCapMakerCaptions(subtitle);
 

@@ -1,5 +1,8 @@
 #include "formats/binary/CheetahCaption.h"
 
+#include <algorithm>
+#include <array>
+
 #include "model/Arithmetic.h"
 #include "text/Markup.h"
 #include "text/Strings.h"
@@ -30,12 +33,18 @@ constexpr SpecialCharacter CheetahSpecialCharacters[] = {
     {0x87, u'â'}, {0x8E, u'Ñ'}, {0x95, u'®'},  //
 };
 
-/// 0 if the byte is no special character.
-char16_t specialCharacter(unsigned char byte) {
-  for (const auto& row : CheetahSpecialCharacters) {
-    if (row.byte == byte) return row.text;
-  }
-  return 0;
+/// The character of each byte: Windows-1252 but for the special characters.
+const std::array<char16_t, 256>& characters() {
+  static const auto table = [] {
+    std::array<char16_t, 256> units{};
+    for (size_t value = 1; value < units.size(); ++value) {
+      const auto byte = static_cast<unsigned char>(value);
+      units[value] = captionText(&byte, 1).front();
+    }
+    for (const auto& special : CheetahSpecialCharacters) units[special.byte] = special.text;
+    return units;
+  }();
+  return table;
 }
 
 /// Hours, minutes, seconds and frames.
@@ -48,15 +57,13 @@ WString readText(const unsigned char* bytes, size_t count) {
   bool italic = false;
   for (size_t i = 0; i < count; ++i) {
     const unsigned char byte = bytes[i];
-    if (const char16_t special = specialCharacter(byte)) {
-      text += special;
-    } else if (byte == 0) {
+    if (byte == 0) {
       if (italic) text += u"</i>";
       italic = false;
       // A line feed alone, on purpose: no text ends in CR LF here.
       text += u'\n';
     } else if (byte > 0x14 && byte < 0xC0) {
-      text += captionText(&byte, 1);
+      text += characters()[byte];
     } else if (byte == 0xD0) {
       italic = true;
       text += u"<i>";

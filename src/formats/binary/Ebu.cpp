@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <ctime>
+#include <map>
 
 #include "model/Arithmetic.h"
 #include "movautil/MovaUtil.h"
@@ -45,7 +46,7 @@ constexpr GsiField gsiFields[] = {
     {&GsiBlock::MNR, 253, 2, u"23", true},         //
     {&GsiBlock::TCS, 255, 1, u"1", true},          //
     {&GsiBlock::TCP, 256, 8, u"00000000", true},   //
-    {&GsiBlock::TCF, 264, 8, u"00000001", false},  // the five that are not read keep their defaults
+    {&GsiBlock::TCF, 264, 8, u"00000001", false},  // the six that are not read keep their defaults
     {&GsiBlock::TND, 272, 1, u"1", false},         //
     {&GsiBlock::DSN, 273, 1, u"1", false},         //
     {&GsiBlock::CO, 274, 3, u"USA", true},         //
@@ -105,7 +106,7 @@ WString doublyTreated(char16_t letter) {
   return units;
 }
 
-/// For each mark the doubly treated letters, one after the other.
+/// For each mark the doubly treated letters, one after the other, two units each.
 const std::array<WString, std::size(marks)>& doublyTreatedLists() {
   static const auto lists = [] {
     std::array<WString, std::size(marks)> result;
@@ -144,7 +145,11 @@ class TextFieldReader {
  public:
   /// `bytes` begins with the field and goes on to the end of the file: the letter of a mark at the very end of the
   /// field is the first byte of the next block.
-  TextFieldReader(std::span<const unsigned char> bytes, const GsiBlock& header) : bytes_(bytes), cct_(header.CCT) {}
+  TextFieldReader(std::span<const unsigned char> bytes, const GsiBlock& header)
+      : bytes_(bytes),
+        hasMarks_(header.CCT == u"00"),
+        takesBytesAsTheyAre_(header.CCT == u"01" || header.CCT == u"02" || header.CCT == u"03" || header.CCT == u"04") {
+  }
 
   WString Read() {
     for (size_t i = 0; i < ttiTextSize && bytes_[i] != 0x8F; ++i) ReadByte(i);
@@ -182,13 +187,13 @@ class TextFieldReader {
     }
   }
 
-  /// May set the skip flag.
-  WString Character(size_t index) {
+  /// May set the skip flag. The result lasts until the next call.
+  WStringView Character(size_t index) {
     const unsigned char byte = bytes_[index];
-    const WString unit(1, byte);
-    // No Cyrillic, Arabic, Greek or Hebrew table is applied, on purpose.
-    if (cct_ == u"01" || cct_ == u"02" || cct_ == u"03" || cct_ == u"04") return unit;
-    if (cct_ != u"00") return {};
+    unit_ = byte;
+    const WStringView unit(&unit_, 1);
+    if (takesBytesAsTheyAre_) return unit;
+    if (!hasMarks_) return {};
     if (byte < 193 || byte > 207 || byte == 201 || byte == 204) return unit;
     const auto* mark =
         std::find_if(std::begin(marks), std::end(marks), [byte](const Mark& m) { return m.byte == byte; });
@@ -196,11 +201,11 @@ class TextFieldReader {
     const size_t letter = mark->letters.find(bytes_[index + 1]);
     if (letter == WStringView::npos) return {};
     skip_ = true;
-    return doublyTreated(mark->accented[letter]);
+    return WStringView(doublyTreatedLists()[static_cast<size_t>(mark - marks)]).substr(2 * letter, 2);
   }
 
   /// A colour change takes effect at the next character that is no blank.
-  void Append(const WString& character) {
+  void Append(WStringView character) {
     if (character != u" " && currentColor_ != lastColor_ && !currentColor_.empty()) {
       closingTag_ = u"</font>";
       if (!lastColor_.empty()) text_ += closingTag_;
@@ -213,12 +218,14 @@ class TextFieldReader {
   }
 
   std::span<const unsigned char> bytes_;
-  WStringView cct_;
+  bool hasMarks_;             ///< Latin, by ISO 6937
+  bool takesBytesAsTheyAre_;  ///< No Cyrillic, Arabic, Greek or Hebrew table is applied, on purpose.
   WString text_;
   WStringView currentColor_;
   WStringView lastColor_;
   WStringView closingTag_;
   bool skip_ = false;
+  char16_t unit_ = 0;  ///< The character of a single byte.
 };
 
 WStringView positionTag(uint8_t vp, uint8_t jc, int32_t rows) {
@@ -268,22 +275,36 @@ TtiBlock blockOf(const Paragraph& paragraph, size_t index, const GsiBlock& heade
   return block;
 }
 
-/// Takes accented characters apart. The lists hold two units for each letter, while the place of a single unit in a
-/// list is taken as a place in the letters, on purpose: true accented letters pass by, and characters such as the
-/// typographic apostrophe don't.
+/// What each unit of the lists is written as: a mark and a letter. The lists hold two units for each letter, while the
+/// place of a single unit in the first list that has it is taken as a place in the letters, on purpose; beyond the
+/// letters the unit stays, and no later list is asked.
+const std::map<char16_t, WString>& unitsTakenApart() {
+  static const auto units = [] {
+    std::map<char16_t, WString> result;
+    for (size_t i = 0; i < std::size(marks); ++i) {
+      const WString& list = doublyTreatedLists()[i];
+      for (size_t place = 0; place < list.size(); ++place) {
+        const bool hasLetter = place < marks[i].letters.size();
+        result.try_emplace(list[place],
+                           hasLetter ? WString{marks[i].byte, marks[i].letters[place]} : WString(1, list[place]));
+      }
+    }
+    return result;
+  }();
+  return units;
+}
+
+/// Takes accented characters apart. True accented letters pass by, and characters such as the typographic apostrophe
+/// don't.
 WString takeMarksApart(WStringView text) {
+  const auto& units = unitsTakenApart();
   WString result;
   for (char16_t unit : text) {
-    const auto& lists = doublyTreatedLists();
-    const auto list =
-        std::find_if(lists.begin(), lists.end(), [unit](const WString& l) { return l.find(unit) != WString::npos; });
-    const auto& mark = marks[static_cast<size_t>(list - lists.begin()) % std::size(marks)];
-    const size_t letter = list == lists.end() ? WString::npos : list->find(unit);
-    if (letter < mark.letters.size()) {
-      result += char16_t{mark.byte};
-      result += mark.letters[letter];
-    } else {
+    const auto apart = unit < 0x80 ? units.end() : units.find(unit);  // No unit of the lists is ASCII.
+    if (apart == units.end()) {
       result += unit;
+    } else {
+      result += apart->second;
     }
   }
   return result;
@@ -344,7 +365,7 @@ WString textField(const TtiBlock& block, const GsiBlock& header) {
                          {u"<U>", 0x82},
                          {u"</u>", 0x83},
                          {u"</U>", 0x83}}) {
-    text = replaceWithChar(text, tag.text, tag.unit);
+    replaceAllInPlace(text, tag.text, WStringView(&tag.unit, 1));
   }
   if (header.DSC == u"0") {
     text = removeAllFormatting(text);
@@ -410,8 +431,14 @@ WString gsiToText(const GsiBlock& block) {
 }
 
 int32_t frameRateOfGsi(const GsiBlock& block) {
-  for (int32_t rate : {23, 24, 25, 29, 35, 48, 50, 60}) {
-    if (block.DFC.starts_with(u"STL" + intToWStr(rate, u"%d"))) return rate;
+  struct Rate {
+    WStringView code;
+    int32_t frames;
+  };
+  constexpr Rate rates[] = {{u"STL23", 23}, {u"STL24", 24}, {u"STL25", 25}, {u"STL29", 29},
+                            {u"STL35", 35}, {u"STL48", 48}, {u"STL50", 50}, {u"STL60", 60}};
+  for (const Rate& rate : rates) {
+    if (block.DFC.starts_with(rate.code)) return rate.frames;
   }
   return 30;
 }

@@ -91,7 +91,7 @@ TEST_F(EbuTest, HasAHeaderOfDefaults) {
   EXPECT_EQ(gsiToText(GsiBlock()), expected);
 }
 
-TEST_F(EbuTest, ReadsEveryFieldButFive) {
+TEST_F(EbuTest, ReadsEveryFieldButSix) {
   std::string bytes;
   for (size_t i = 0; i < 1024; ++i) bytes += static_cast<char>('a' + i % 26);
   const std::vector<unsigned char> units(bytes.begin(), bytes.end());
