@@ -47,9 +47,10 @@ bool CapMakerPlus::Recognizes(const Lines&, const WString& fileName) {
 void CapMakerPlus::LoadSubtitle(Subtitle& subtitle, const Lines&, const WString& fileName) {
   subtitle.Paragraphs.clear();
   subtitle.Header.clear();
-  if (!_file.Read(fileName) || !_file.IsComplete()) return;
+  if (_file.Read(fileName) && _file.IsComplete()) readCapMakerCaptions(subtitle, _file.Bytes());
+}
 
-  const std::span<const unsigned char> bytes = _file.Bytes();
+void readCapMakerCaptions(Subtitle& subtitle, std::span<const unsigned char> bytes) {
   for (size_t p = firstMark; p + trailerSize < bytes.size(); ++p) {
     if (bytes[p] != markByte) continue;
     // The mark is part of the time code, on purpose, and a time code has a digit in its place.

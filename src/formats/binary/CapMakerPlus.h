@@ -28,6 +28,9 @@ class CapMakerPlus : public SubtitleFormat {
   BinaryFile _file;
 };
 
+/// Reads the captions of a whole file's bytes.
+void readCapMakerCaptions(Subtitle& subtitle, std::span<const unsigned char> bytes);
+
 /// The caption at a mark, whose time code is `time` ("HH:MM:SS:FF"), without its end.
 Paragraph readCapMakerCaption(std::span<const unsigned char> bytes, size_t mark, WStringView time);
 

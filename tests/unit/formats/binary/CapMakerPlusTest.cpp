@@ -134,6 +134,29 @@ TEST_F(CapMakerPlusTest, JoinsCaptionsThatStartTogetherAndLosesTheThird) {
   EXPECT_EQ(three.Paragraphs[0]->Text, u"a\r\nb");
 }
 
+TEST_F(CapMakerPlusTest, SurvivesEveryTruncationAndEveryChangedByte) {
+  std::string whole = file(1400);
+  whole.replace(160, 37, "\x0B" + "00:00:01:00"s + std::string(10, '\0') + "\3\0\0Hello there"s);
+  whole.replace(1354, 11, "01:00:00:00");
+  const auto load = [](const std::string& bytes) {
+    // A copy of the exact size, so that the sanitizers see a read behind it.
+    const std::vector<unsigned char> exact(bytes.begin(), bytes.end());
+    Subtitle subtitle;
+    readCapMakerCaptions(subtitle, exact);
+    return subtitle.Paragraphs.size();
+  };
+  for (size_t size = 0; size <= whole.size(); ++size) EXPECT_EQ(load(whole.substr(0, size)), 0u);
+  for (size_t i = 0; i < whole.size(); ++i) {
+    std::string changed = whole;
+    // The zero bytes between the caption and the programme's start all go the same way; a few values do there.
+    const bool isFilling = i < 160 || (i >= 197 && i < 1354) || i >= 1365;
+    for (int value = 0; value < 256; value += isFilling ? 11 : 1) {  // 11 is the mark
+      changed[i] = static_cast<char>(value);
+      EXPECT_EQ(load(changed), 0u);
+    }
+  }
+}
+
 TEST_F(CapMakerPlusTest, SurvivesAFileOfMarks) {
   Subtitle subtitle;
   CapMakerPlus().LoadSubtitle(subtitle, {}, File("film.cap", "+" + std::string(1023998, '\x0B')));

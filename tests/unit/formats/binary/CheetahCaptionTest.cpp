@@ -179,6 +179,38 @@ TEST_F(CheetahCaptionTest, GoesOnByOneByteAtALengthOfZero) {
   EXPECT_EQ(Load(file("\0\0\0"s + record({0, 0, 1, 0}, {0, 0, 2, 0}, "x"))).Paragraphs.size(), 1u);
 }
 
+TEST_F(CheetahCaptionTest, ReadsEachByteOfAText) {
+  const WString special =
+      u"\u266A\u00E1\u00E9\u00ED\u00F3\u00FA\u00E2\u00EA\u00EE\u00F4\u00FB\u00E0\u00E8\u00D1\u00F1\u00E7"
+      u"\u00A2\u00A3\u00BF\u00BD\u00AE";                                                   // 0x81 to 0x95
+  const WString behind = u"\u2013\u2014\u02DC\u2122\u0161\u203A\u0153\u009D\u017E\u0178";  // Windows-1252 from 0x96 on
+  for (int byte = 0; byte < 256; ++byte) {
+    WString expected;
+    if (byte == 0) {
+      expected = u"\n";
+    } else if (byte == 0x80) {
+      expected = u"\u20AC";
+    } else if (byte > 0x80 && byte <= 0x95) {
+      expected = special[static_cast<size_t>(byte - 0x81)];
+    } else if (byte > 0x95 && byte < 0xA0) {
+      expected = behind[static_cast<size_t>(byte - 0x96)];
+    } else if (byte > 0x14 && byte < 0xC0) {
+      expected = static_cast<char16_t>(byte);
+    } else if (byte == 0xD0) {
+      expected = u"<i>";
+    }
+    EXPECT_EQ(TextOf("a"s + static_cast<char>(byte) + "b"), u"a" + expected + u"b" + (byte == 0xD0 ? u"</i>" : u""))
+        << byte;
+  }
+}
+
+TEST_F(CheetahCaptionTest, ReadsTheLongestRecord) {
+  const Subtitle subtitle = Load(file(record({255, 255, 255, 255}, {255, 255, 255, 255}, std::string(235, 'x'))));
+  ASSERT_EQ(subtitle.Paragraphs.size(), 1u);
+  EXPECT_EQ(subtitle.Paragraphs[0]->Text, WString(235, u'x'));
+  EXPECT_EQ(subtitle.Paragraphs[0]->StartTime.TotalMilliseconds, 933555999);
+}
+
 TEST_F(CheetahCaptionTest, SkipsARecordBeyondTheEndAndCutsAText) {
   std::string bytes = file(record({0, 0, 1, 0}, {0, 0, 2, 0}, "x"));
   bytes.resize(200);

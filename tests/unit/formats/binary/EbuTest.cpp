@@ -409,6 +409,54 @@ TEST_F(EbuTest, ReadsEveryByteUnderEveryCharacterTable) {
   }
 }
 
+TEST_F(EbuTest, ReadsEveryControlByteUnderEveryCharacterTable) {
+  const WString colors[] = {u"Black", u"Red", u"Green", u"Yellow", u"Blue", u"Magenta", u"Cyan", u"White"};
+  for (const char* cct : {"00", "01", "04"}) {
+    for (int byte = 0; byte <= 160; ++byte) {
+      if (byte >= 32 && byte < 128) continue;
+      WString expected = u"ab";
+      if (byte < 24 && byte % 16 < 8) expected = u"a<font color=\"" + colors[byte % 16] + u"\">b</font>";
+      if (byte == 0x80) expected = u"a<i>b";
+      if (byte == 0x81) expected = u"a</i>b";
+      if (byte == 0x82) expected = u"a<u>b";
+      if (byte == 0x83) expected = u"a</u>b";
+      if (byte == 0x8A) expected = u"a\nb";
+      if (byte == 0x8F) expected = u"a";
+      EXPECT_EQ(textOf("a"s + static_cast<char>(byte) + "b", cct), expected) << cct << ' ' << byte;
+    }
+  }
+}
+
+TEST_F(EbuTest, ReadsTheFieldsOfABlockAtTheirLimits) {
+  const std::string latest = "\xFF\xFF\xFF\xFF";
+  std::string block = tti("a", '\xFF', '\xFF', '\xFF', "\0\0\0\0"s, latest);
+  block[0] = block[1] = block[2] = block[4] = block[15] = '\xFF';
+  Ebu format;
+  const std::string bytes = gsi() + block;
+  const std::vector<unsigned char> units(bytes.begin(), bytes.end());
+  const auto blocks = format.readTtiBlocks(units, parseGsiBlock(units));
+  ASSERT_EQ(blocks.size(), 1u);
+  EXPECT_EQ(blocks[0].SGN, 255);
+  EXPECT_EQ(blocks[0].SN, 65535);
+  EXPECT_EQ(blocks[0].CS, 255);
+  EXPECT_EQ(blocks[0].VP, 255);
+  EXPECT_EQ(blocks[0].JC, 255);
+  EXPECT_EQ(blocks[0].CF, 255);
+  EXPECT_EQ(blocks[0].TF, u"a");
+  EXPECT_EQ(read(bytes).Paragraphs.at(0)->EndTime.TotalMilliseconds, 933565200);
+
+  // Rows 99 and 0: the middle ends at 50 and at 1.
+  const auto text = [](const std::string& mnr, char vp) {
+    return read(gsi("00", "STL25.01", mnr) + tti("a", '\xFF', vp)).Paragraphs.at(0)->Text;
+  };
+  EXPECT_EQ(text("99", 50), u"{\\an5}a");
+  EXPECT_EQ(text("99", 51), u"a");
+  EXPECT_EQ(text("00", 2), u"{\\an8}a");
+  EXPECT_EQ(text("00", 3), u"a");
+  EXPECT_EQ(text("x9", 12), u"{\\an5}a");
+  EXPECT_EQ(text("x9", 13), u"a");
+}
+
 TEST_F(EbuTest, OpensAFontForACharacterThatBecomesNothing) {
   EXPECT_EQ(textOf("x\x11q", "05"), u"<font color=\"Red\"></font>");
 }
