@@ -275,6 +275,8 @@ void unescapeMarkup(std::string& text) {
 
 class Printer : public tinyxml2::XMLPrinter {
  public:
+  explicit Printer(const DocumentStream& stream) : stream_(stream) {}
+
   bool VisitEnter(const tinyxml2::XMLDocument& document) override {
     // The base would take it from the document that entities stay as they are, and print a byte order mark.
     root_ = document.FirstChildElement();
@@ -295,24 +297,15 @@ class Printer : public tinyxml2::XMLPrinter {
   }
 
   bool VisitExit(const XMLElement& element) override {
+    if (stream_.parent == &element) PrintStream();
     if (root_ == &element) escapes_ = false;
     return XMLPrinter::VisitExit(element);
   }
   using XMLPrinter::Visit;
   using XMLPrinter::VisitExit;
 
-  /// What is printed so far is rewritten now. It must end behind a ">", which nothing that is rewritten holds. Room is
-  /// made for so many pieces of this length, within reason.
-  void EndPiece(size_t moreLikeThis = 0) {
-    nameUtf8Encoding(piece_);
-    unescapeMarkup(piece_);
-    text_ += toWide(piece_.c_str());
-    if (moreLikeThis > 0) text_.reserve(text_.size() + std::min<size_t>(piece_.size(), 1024) * moreLikeThis);
-    piece_.clear();
-  }
-
   WString Finish() {
-    EndPiece();
+    EndPiece(0);
     text_.resize(trimEndView(text_).size());
     text_.erase(0, text_.size() - trimStartView(text_).size());
     return std::move(text_);
@@ -324,36 +317,36 @@ class Printer : public tinyxml2::XMLPrinter {
   void PrintSpace(int depth) override { piece_.append(4 * static_cast<size_t>(depth), ' '); }
 
  private:
+  void PrintStream() {
+    size_t expected = stream_.expectedChildren;
+    while (const XMLElement* child = stream_.nextChild()) {
+      child->Accept(this);
+      EndPiece(std::exchange(expected, 0));
+    }
+  }
+
+  /// What is printed so far is rewritten now. It must end behind a ">", which nothing that is rewritten holds. Room is
+  /// made for so many pieces of this length, within reason.
+  void EndPiece(size_t moreLikeThis) {
+    nameUtf8Encoding(piece_);
+    unescapeMarkup(piece_);
+    WString piece = toWide(piece_.c_str());
+    piece_.clear();
+    if (stream_.rewrite) stream_.rewrite(piece);
+    const size_t size = piece.size();
+    if (text_.empty()) {
+      text_ = std::move(piece);
+    } else {
+      text_ += piece;
+    }
+    if (moreLikeThis > 0) text_.reserve(text_.size() + std::min<size_t>(size, 1024) * moreLikeThis);
+  }
+
+  const DocumentStream& stream_;
   const XMLElement* root_ = nullptr;  ///< The only element whose attributes are escaped.
   bool escapes_ = false;
   std::string piece_;
   WString text_;
-};
-
-class ManyChildrenPrinter : public Printer {
- public:
-  ManyChildrenPrinter(XMLElement& parent, size_t count, const std::function<void(size_t)>& appendChild)
-      : parent_(parent), count_(count), appendChild_(appendChild) {}
-
-  bool VisitExit(const XMLElement& element) override {
-    if (&element == &parent_) PrintChildren();
-    return Printer::VisitExit(element);
-  }
-  using Printer::VisitExit;
-
- private:
-  void PrintChildren() {
-    for (size_t i = 0; i < count_; ++i) {
-      appendChild_(i);
-      parent_.LastChild()->Accept(this);
-      parent_.DeleteChild(parent_.LastChild());
-      EndPiece(i == 0 ? count_ : 0);
-    }
-  }
-
-  XMLElement& parent_;
-  size_t count_;
-  const std::function<void(size_t)>& appendChild_;
 };
 
 // --- The lines of a file.
@@ -587,16 +580,27 @@ void appendXmlFragment(XMLElement& element, WStringView markup) {
 }
 
 WString documentToText(const TiXMLDocument& document) {
-  Printer printer;
+  return documentToText(document, {});
+}
+
+WString documentToText(const TiXMLDocument& document, const DocumentStream& stream) {
+  Printer printer(stream);
   document.Accept(&printer);
   return printer.Finish();
 }
 
-WString documentToText(TiXMLDocument& document, XMLElement& parent, size_t count,
-                       const std::function<void(size_t)>& appendChild) {
-  ManyChildrenPrinter printer(parent, count, appendChild);
-  document.Accept(&printer);
-  return printer.Finish();
+DocumentStream streamOf(TiXMLDocument& document, const XMLElement* parent, size_t count,
+                        std::function<XMLElement*(size_t)> newChild) {
+  DocumentStream stream;
+  stream.parent = parent;
+  stream.expectedChildren = count;
+  XMLElement* child = nullptr;
+  size_t next = 0;
+  stream.nextChild = [&document, count, newChild = std::move(newChild), child, next]() mutable -> const XMLElement* {
+    if (child) document.DeleteNode(child);
+    return child = next < count ? newChild(next++) : nullptr;
+  };
+  return stream;
 }
 
 }  // namespace mova

@@ -134,10 +134,21 @@ void appendXmlFragment(XMLElement& element, WStringView markup);
 /// order. So markup that a format stores as text comes out as markup, and an ampersand comes out bare, on purpose.
 WString documentToText(const TiXMLDocument& document);
 
-/// The same where an element of the document gets many more children: `appendChild(i)` adds the next element behind the
-/// last child of `parent`; it is printed and deleted again, so that the tree of a long file never stands in memory as a
-/// whole.
-WString documentToText(TiXMLDocument& document, XMLElement& parent, size_t count,
-                       const std::function<void(size_t)>& appendChild);
+/// The same for documents whose tree is too large to stand in memory as a whole.
+struct DocumentStream {
+  /// Gets further children, which are printed as if they were its last ones.
+  const XMLElement* parent = nullptr;
+  /// Gives one child at a time, then null. A child may change or go once the next one is asked for.
+  std::function<const XMLElement*()> nextChild;
+  /// Changes the text piece by piece. A piece ends behind a ">".
+  std::function<void(WString&)> rewrite;
+  /// About how many children there are: room is made for them.
+  size_t expectedChildren = 0;
+};
+WString documentToText(const TiXMLDocument& document, const DocumentStream& stream);
+
+/// The stream of `count` children that `newChild(i)` makes as new elements of the document, which belong to the stream.
+DocumentStream streamOf(TiXMLDocument& document, const XMLElement* parent, size_t count,
+                        std::function<XMLElement*(size_t)> newChild);
 
 }  // namespace mova

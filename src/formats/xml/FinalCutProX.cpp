@@ -52,13 +52,15 @@ void fillTitle(XMLElement& title, const Paragraph& paragraph) {
   setText(*title.FirstChildElement("text"), plainText);
 }
 
-WString finishedProject(TiXMLDocument& document, XMLElement& parent, const Subtitle& subtitle,
-                        const std::function<void(const Paragraph&)>& appendChild) {
-  WString text = documentToText(document, parent, subtitle.Paragraphs.size(),
-                                [&](size_t i) { appendChild(*subtitle.Paragraphs[i]); });
-  replaceAllInPlace(text, u"fcpxml[]", u"fcpxml");
-  replaceAllInPlace(text, u"fcpxml []", u"fcpxml");
-  return text;
+WString projectText(TiXMLDocument& document, const XMLElement* parent, const Subtitle& subtitle,
+                    const std::function<XMLElement*(const Paragraph&)>& newChild) {
+  DocumentStream stream = streamOf(document, parent, subtitle.Paragraphs.size(),
+                                   [&](size_t i) { return newChild(*subtitle.Paragraphs[i]); });
+  stream.rewrite = [](WString& text) {
+    replaceAllInPlace(text, u"fcpxml[]", u"fcpxml");
+    replaceAllInPlace(text, u"fcpxml []", u"fcpxml");
+  };
+  return documentToText(document, stream);
 }
 
 WString ticks(double milliseconds, int32_t base) {

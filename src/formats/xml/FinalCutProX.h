@@ -18,10 +18,10 @@ WString finalCutTitle(WStringView reference);
 /// Gives a title the times and the text of a caption. The text is also its name.
 void fillTitle(XMLElement& title, const Paragraph& paragraph);
 
-/// The printed project, where `appendChild` adds what a caption becomes behind the last child of `parent`. Takes away
-/// what a printer might make of the document type.
-WString finishedProject(TiXMLDocument& document, XMLElement& parent, const Subtitle& subtitle,
-                        const std::function<void(const Paragraph&)>& appendChild);
+/// The text of the project with what `newChild` makes of each caption below `parent`. Takes away what a printer might
+/// make of the document type.
+WString projectText(TiXMLDocument& document, const XMLElement* parent, const Subtitle& subtitle,
+                    const std::function<XMLElement*(const Paragraph&)>& newChild);
 
 /// Time as ticks of 1/60000 or 1/2400000 second, cut, not rounded: "60000/60000s".
 WString ticks(double milliseconds, int32_t base);

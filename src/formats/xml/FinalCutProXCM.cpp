@@ -24,14 +24,15 @@ bool FinalCutProXCM::Recognizes(const Lines& lines, const WString& fileName) {
 
 WString FinalCutProXCM::WriteText(const Subtitle& subtitle, const WString&) {
   TiXMLDocument document(finalCutProject(u"1.1", spineTemplate));
-  XMLElement* clip = elementAtPath(document.RootElement(), "project/sequence/spine/clip");
-  return finishedProject(document, *clip, subtitle, [&](const Paragraph& paragraph) {
+  const XMLElement* clip = elementAtPath(document.RootElement(), "project/sequence/spine/clip");
+  return projectText(document, clip, subtitle, [&](const Paragraph& paragraph) {
     const double start = paragraph.StartTime.TotalMilliseconds;
-    XMLElement* marker = clip->InsertNewChildElement("chapter-marker");
+    XMLElement* marker = document.NewElement("chapter-marker");
     setAttribute(*marker, "duration", ticks(paragraph.EndTime.TotalMilliseconds - start, 2400000));
     setAttribute(*marker, "start", ticks(start, 2400000));
     setAttribute(*marker, "value", replaceAll(paragraph.Text, u"\r\n", lineBreakLetter));
     marker->SetAttribute("posterOffset", "11/24s");
+    return marker;
   });
 }
 

@@ -11,12 +11,12 @@ bool FinalCutProXXml::Recognizes(const Lines& lines, const WString& fileName) {
 
 WString FinalCutProXXml::WriteText(const Subtitle& subtitle, const WString& title) {
   TiXMLDocument document(finalCutProject(u"1.1", u""));
-  XMLElement* spine = elementAtPath(document.RootElement(), "project/sequence/spine");
+  const XMLElement* spine = elementAtPath(document.RootElement(), "project/sequence/spine");
   const TiXMLDocument titleDocument(finalCutTitle(u"r6"));
-  return finishedProject(document, *spine, subtitle, [&](const Paragraph& paragraph) {
+  return projectText(document, spine, subtitle, [&](const Paragraph& paragraph) {
     const double start = paragraph.StartTime.TotalMilliseconds;
     const WString duration = ticks(paragraph.EndTime.TotalMilliseconds - start, 2400000);
-    XMLElement* clip = spine->InsertNewChildElement("clip");
+    XMLElement* clip = document.NewElement("clip");
     setAttribute(*clip, "name", title);
     setAttribute(*clip, "duration", duration);
     setAttribute(*clip, "start", ticks(start, 2400000));
@@ -25,6 +25,7 @@ WString FinalCutProXXml::WriteText(const Subtitle& subtitle, const WString& titl
     clip->SetAttribute("tcFormat", "NDF");
     XMLNode* clipTitle = clip->InsertEndChild(titleDocument.RootElement()->DeepClone(&document));
     fillTitle(*clipTitle->ToElement(), paragraph);
+    return clip;
   });
 }
 

@@ -29,11 +29,12 @@ bool FinalCutProXmlGap::Recognizes(const Lines& lines, const WString& fileName) 
 
 WString FinalCutProXmlGap::WriteText(const Subtitle& subtitle, const WString&) {
   TiXMLDocument document(finalCutProject(u"1.2", spineTemplate));
-  XMLElement* gap = elementAtPath(document.RootElement(), "project/sequence/spine/gap");
+  const XMLElement* gap = elementAtPath(document.RootElement(), "project/sequence/spine/gap");
   const TiXMLDocument titleDocument(finalCutTitle(u"r1"));
-  return finishedProject(document, *gap, subtitle, [&](const Paragraph& paragraph) {
-    XMLNode* title = gap->InsertEndChild(titleDocument.RootElement()->DeepClone(&document));
-    fillTitle(*title->ToElement(), paragraph);
+  return projectText(document, gap, subtitle, [&](const Paragraph& paragraph) {
+    XMLElement* title = titleDocument.RootElement()->DeepClone(&document)->ToElement();
+    fillTitle(*title, paragraph);
+    return title;
   });
 }
 

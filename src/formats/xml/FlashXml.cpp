@@ -89,14 +89,16 @@ bool FlashXml::Recognizes(const Lines& lines, const WString&) {
 
 WString FlashXml::WriteText(const Subtitle& subtitle, const WString&) {
   TiXMLDocument document(skeleton);
-  XMLElement* div = findElementDeep(document.RootElement(), "div");
-  return documentToText(document, *div, subtitle.Paragraphs.size(), [&](size_t i) {
+  const XMLElement* div = findElementDeep(document.RootElement(), "div");
+  const auto newP = [&](size_t i) {
     const Paragraph& paragraph = *subtitle.Paragraphs[i];
-    XMLElement* p = div->InsertNewChildElement("p");
+    XMLElement* p = document.NewElement("p");
     setText(*p, cdataText(paragraph.Text));
     setAttribute(*p, "begin", flashClock(paragraph.StartTime));
     setAttribute(*p, "end", flashClock(paragraph.EndTime));
-  });
+    return p;
+  };
+  return documentToText(document, streamOf(document, div, subtitle.Paragraphs.size(), newP));
 }
 
 void FlashXml::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

@@ -69,10 +69,10 @@ bool YouTubeAnnotations::Recognizes(const Lines& lines, const WString& fileName)
 
 WString YouTubeAnnotations::WriteText(const Subtitle& subtitle, const WString&) {
   TiXMLDocument document(skeleton);
-  XMLElement* annotations = findElementDeep(document.RootElement(), "annotations");
-  return documentToText(document, *annotations, subtitle.Paragraphs.size(), [&](size_t i) {
+  const XMLElement* annotations = findElementDeep(document.RootElement(), "annotations");
+  const auto newAnnotation = [&](size_t i) {
     const Paragraph& paragraph = *subtitle.Paragraphs[i];
-    XMLElement* annotation = annotations->InsertNewChildElement("annotation");
+    XMLElement* annotation = document.NewElement("annotation");
     setAttribute(*annotation, "id", u"annotation_" + intToWStr(static_cast<int32_t>(i + 1), u"%d"));
     annotation->SetAttribute("author", "Caption Forge");
     annotation->SetAttribute("type", "text");
@@ -82,7 +82,9 @@ WString YouTubeAnnotations::WriteText(const Subtitle& subtitle, const WString&) 
     region->SetAttribute("type", "anchored");
     appendAnchor(*region, paragraph.StartTime);
     appendAnchor(*region, paragraph.EndTime);
-  });
+    return annotation;
+  };
+  return documentToText(document, streamOf(document, annotations, subtitle.Paragraphs.size(), newAnnotation));
 }
 
 void YouTubeAnnotations::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {
