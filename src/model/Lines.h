@@ -32,6 +32,8 @@ class Lines {
 
   /// All lines with nothing between them. Valid for as long as any copy of the list lives.
   WStringView Units() const { return WStringView(text_->units).substr(0, empty() ? 0 : text_->ends.back()); }
+  /// Whether the ASCII unit stands in any line. All units are looked at once, for all formats that ask.
+  bool Contains(char16_t unit) const;
 
   /// All lines joined with `separator` behind each but the last.
   WString Joined(WStringView separator) const;

@@ -8,25 +8,30 @@
 
 namespace mova {
 
-void TimeCode::AppendTo(WString& out) const {
-  const int64_t cut = cutToInt64(TotalMilliseconds);
-  const uint64_t magnitude = cut < 0 ? 0 - static_cast<uint64_t>(cut) : static_cast<uint64_t>(cut);
-  if (TotalMilliseconds < 0) out += u'-';
-  if (magnitude >= 360000000) appendNumber(out, static_cast<int64_t>(magnitude / 360000000));
-  // The two last digits of the hours and the rest, which all times have.
-  auto rest = static_cast<uint32_t>(magnitude % 360000000);
+void appendShortClock(WString& out, uint32_t milliseconds, char16_t separator, bool withHours) {
   char16_t digits[] = u"00:00:00:000";
-  const auto put = [&digits, &rest](size_t position, uint32_t base) {
-    digits[position] = static_cast<char16_t>(u'0' + rest % base);
-    rest /= base;
+  const auto put = [&digits, &milliseconds](size_t position, uint32_t base) {
+    digits[position] = static_cast<char16_t>(u'0' + milliseconds % base);
+    milliseconds /= base;
   };
   for (size_t position : {11, 10, 9, 7}) put(position, 10);
+  digits[8] = separator;
   put(6, 6);
   put(4, 10);
   put(3, 6);
   put(1, 10);
   put(0, 10);
-  out.append(digits, 12);
+  const size_t begin = withHours ? 0 : 3;
+  out.append(digits + begin, 12 - begin);
+}
+
+void TimeCode::AppendTo(WString& out) const {
+  const int64_t cut = cutToInt64(TotalMilliseconds);
+  const uint64_t magnitude = cut < 0 ? 0 - static_cast<uint64_t>(cut) : static_cast<uint64_t>(cut);
+  if (TotalMilliseconds < 0) out += u'-';
+  if (magnitude >= 360000000) appendNumber(out, static_cast<int64_t>(magnitude / 360000000));
+  appendShortClock(out, static_cast<uint32_t>(magnitude % 360000000),
+                   u':');  // from the last two digits of the hours on
 }
 
 WString TimeCode::ToString() const {

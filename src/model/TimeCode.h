@@ -30,6 +30,10 @@ struct TimeCode {
   WString ToFrameString() const;
 };
 
+/// Below 100 hours, which nearly all times are: "HH:MM:SS", the separator and "mmm", put out at once.
+constexpr int64_t shortClockLimit = 360000000;  // milliseconds
+void appendShortClock(WString& out, uint32_t milliseconds, char16_t separator, bool withHours = true);
+
 /// The frame at `FrameRate` of the milliseconds within a second, rounded. The limit is 30 at every rate: from there on
 /// it is the last frame of the second, so that at 50 or 60 frames the whole second half ends up there, on purpose.
 int32_t millisecondsToFrames(int64_t milliseconds);

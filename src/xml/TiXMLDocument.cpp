@@ -367,31 +367,25 @@ size_t tagEnd(WStringView line, size_t position) {
 /// open (which would end the document early), and the last one doesn't end the text with nothing left open. Most
 /// SubRip files are like this, and parsing them would cost more than reading them does.
 bool certainlyDontParse(const Lines& lines) {
+  if (lines.Contains(u'\0')) return false;
   int64_t open = 0;
   bool endsInTag = false;
   for (size_t i = 0; i < lines.size(); ++i) {
     const WStringView line = lines[i];
-    for (size_t position = 0; position < line.size(); ++position) {
-      const char16_t unit = line[position];
-      if (unit > u'<') {
-        endsInTag = false;
-        continue;
-      }
-      if (unit == 0) return false;
-      if (unit != u'<') {
-        endsInTag = endsInTag && isSpace(unit);
-        continue;
-      }
-      const size_t end = tagEnd(line, position);
+    for (size_t position = 0;;) {
+      const size_t begin = std::min(findUnit(line, u'<', position), line.size());
+      endsInTag = endsInTag && trimStartView(line.substr(position, begin - position)).empty();
+      if (begin == line.size()) break;
+      const size_t end = tagEnd(line, begin);
       if (end == 0) return false;
-      const WStringView tag = line.substr(position + 1, end - position - 2);
+      const WStringView tag = line.substr(begin + 1, end - begin - 2);
       const bool closes = tag.starts_with(u'/');
       const bool isEmpty = tag.ends_with(u'/');
       if (tag.empty() || (closes && isEmpty) || (!closes && !isNameStart(tag.front()))) return false;
       if (closes && --open < 0) return false;
       if (!closes && !isEmpty) ++open;
       endsInTag = true;
-      position = end - 1;
+      position = end;
     }
   }
   return !endsInTag || open > 0;

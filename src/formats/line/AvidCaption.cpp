@@ -1,6 +1,7 @@
 #include "formats/line/AvidCaption.h"
 
 #include "formats/FrameTime.h"
+#include "formats/line/ClockLines.h"
 #include "text/Shape.h"
 #include "text/Strings.h"
 
@@ -28,6 +29,10 @@ void addTextLine(WString& text, WStringView line) {
 }
 
 }  // namespace
+
+bool AvidCaption::Recognizes(const Lines& lines, const WString& fileName) {
+  return holdClockLines(lines) && LoadsMoreThanErrors(lines, fileName);
+}
 
 WString AvidCaption::WriteText(const Subtitle& subtitle, const WString&) {
   WString result = u"@ This file written with the Avid Caption plugin, version 1\n\n";

@@ -10,6 +10,7 @@ class AvidCaption : public SubtitleFormat {
   WString Extension() const override { return u".txt"; }
   WString Name() const override { return u"Avid Caption"; }
 
+  bool Recognizes(const Lines& lines, const WString& fileName) override;
   /// Line feeds end the header, CR LF the captions and the end, on purpose; tags stay. The title is not used.
   WString WriteText(const Subtitle& subtitle, const WString& title) override;
   /// The first line of a text is kept as it stands, the others are trimmed. Reading ends at the end marker. A marker

@@ -35,7 +35,8 @@ void appendTimeLine(WString& out, const TimeCode& time) {
 }  // namespace
 
 bool QuickTimeText::Recognizes(const Lines& lines, const WString& fileName) {
-  return !lines.AtOrEmpty(0).starts_with(u"{\\rtf") && LoadsMoreThanErrors(lines, fileName);
+  // Every time line has a bracket: without one the trial gives no paragraph.
+  return lines.Contains(u'[') && !lines.AtOrEmpty(0).starts_with(u"{\\rtf") && LoadsMoreThanErrors(lines, fileName);
 }
 
 WString QuickTimeText::WriteText(const Subtitle& subtitle, const WString&) {

@@ -19,6 +19,11 @@ TimeCode timeAt(WStringView line, size_t position) {
 
 }  // namespace
 
+bool Scenarist::Recognizes(const Lines& lines, const WString& fileName) {
+  // Every caption has a tab. Without one the trial gives no paragraph.
+  return lines.Contains(u'\t') && LoadsMoreThanErrors(lines, fileName);
+}
+
 WString Scenarist::WriteText(const Subtitle& subtitle, const WString&) {
   WString result;
   int64_t number = 0;

@@ -97,6 +97,11 @@ WString textFromBuffer(WStringView buffer) {
 
 }  // namespace
 
+bool SoftNiSub::Recognizes(const Lines& lines, const WString& fileName) {
+  // Every time line has a backslash. Without one the trial gives no paragraph.
+  return lines.Contains(u'\\') && LoadsMoreThanErrors(lines, fileName);
+}
+
 WString SoftNiSub::WriteText(const Subtitle& subtitle, const WString&) {
   WString result(head);
   for (const auto& paragraph : subtitle.Paragraphs) {

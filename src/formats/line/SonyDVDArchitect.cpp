@@ -1,5 +1,6 @@
 #include "formats/line/SonyDVDArchitect.h"
 
+#include "formats/line/ClockLines.h"
 #include "formats/line/SonyDVDArchitectList.h"
 #include "text/Shape.h"
 #include "text/Strings.h"
@@ -27,6 +28,10 @@ void appendHead(WString& out, const Paragraph& paragraph) {
 }
 
 }  // namespace
+
+bool SonyDVDArchitect::Recognizes(const Lines& lines, const WString& fileName) {
+  return holdClockLines(lines) && LoadsMoreThanErrors(lines, fileName);
+}
 
 WString SonyDVDArchitect::WriteText(const Subtitle& subtitle, const WString&) {
   return writeTimeLines(subtitle, appendHead);

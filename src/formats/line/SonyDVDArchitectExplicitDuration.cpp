@@ -1,6 +1,7 @@
 #include "formats/line/SonyDVDArchitectExplicitDuration.h"
 
 #include "formats/FrameTime.h"
+#include "formats/line/ClockLines.h"
 #include "formats/line/SonyDVDArchitectList.h"
 #include "text/Shape.h"
 
@@ -29,6 +30,10 @@ void appendHead(WString& out, const Paragraph& paragraph) {
 }
 
 }  // namespace
+
+bool SonyDVDArchitectExplicitDuration::Recognizes(const Lines& lines, const WString& fileName) {
+  return holdClockLines(lines) && LoadsMoreThanErrors(lines, fileName);
+}
 
 WString SonyDVDArchitectExplicitDuration::WriteText(const Subtitle& subtitle, const WString&) {
   return writeTimeLines(subtitle, appendHead);

@@ -11,6 +11,7 @@ class SonyDVDArchitectExplicitDuration : public SubtitleFormat {
   WString Extension() const override { return u".sub"; }
   WString Name() const override { return u"Sony DVD Exp dur"; }
 
+  bool Recognizes(const Lines& lines, const WString& fileName) override;
   /// The title is not used.
   WString WriteText(const Subtitle& subtitle, const WString& title) override;
   /// "|" in a text starts a new line; so do up to four lines without times. The duration is not read: the end counts.

@@ -26,6 +26,11 @@ TimeCode duration(const Paragraph& paragraph) {
 
 }  // namespace
 
+bool SonyDVDArchitectLineAndDuration::Recognizes(const Lines& lines, const WString& fileName) {
+  // Every time line has a tab. Without one the trial gives no paragraph.
+  return lines.Contains(u'\t') && LoadsMoreThanErrors(lines, fileName);
+}
+
 WString SonyDVDArchitectLineAndDuration::WriteText(const Subtitle& subtitle, const WString& title) {
   const auto& paragraphs = subtitle.Paragraphs;
   WString list = u"Title: " + title + u"\nTranslator: No Author\nDate: ";

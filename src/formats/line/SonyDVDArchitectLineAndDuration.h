@@ -11,6 +11,7 @@ class SonyDVDArchitectLineAndDuration : public SubtitleFormat {
   WString Extension() const override { return u".txt"; }
   WString Name() const override { return u"Sony DVD line/dur"; }
 
+  bool Recognizes(const Lines& lines, const WString& fileName) override;
   /// Numbers the captions from 1, whatever their own numbers are.
   WString WriteText(const Subtitle& subtitle, const WString& title) override;
   /// The lines of the header count as errors, as no caption is open yet; so does a sixth line of text. The duration is

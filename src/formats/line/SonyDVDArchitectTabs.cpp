@@ -1,5 +1,6 @@
 #include "formats/line/SonyDVDArchitectTabs.h"
 
+#include "formats/line/ClockLines.h"
 #include "formats/line/SonyDVDArchitectList.h"
 #include "text/Shape.h"
 
@@ -23,6 +24,10 @@ void appendHead(WString& out, const Paragraph& paragraph) {
 }
 
 }  // namespace
+
+bool SonyDVDArchitectTabs::Recognizes(const Lines& lines, const WString& fileName) {
+  return holdClockLines(lines) && LoadsMoreThanErrors(lines, fileName);
+}
 
 WString SonyDVDArchitectTabs::WriteText(const Subtitle& subtitle, const WString&) {
   return writeTimeLines(subtitle, appendHead);

@@ -14,6 +14,9 @@ namespace {
 
 /// Each field bears its own sign.
 void appendTime(WString& out, int64_t time, bool withHours) {
+  if (time >= 0 && time < shortClockLimit) {
+    return appendShortClock(out, static_cast<uint32_t>(time), u'.', withHours);
+  }
   if (withHours) {
     appendNumber(out, time / 3600000, 2);
     out += u':';
@@ -131,9 +134,7 @@ void removeTags(WString& text, WStringView name) {
 WString WebVTT::WriteText(const Subtitle& subtitle, const WString&) {
   constexpr int64_t hour = 3600000;
   WString result = u"WEBVTT\n\n";
-  size_t size = result.size();
-  for (const auto& paragraph : subtitle.Paragraphs) size += paragraph->Text.size() + 40;
-  result.reserve(size);
+  result.reserve(subtitle.Paragraphs.size() * 112);  // Enough for most; asking each text for its size costs more.
   for (const auto& paragraph : subtitle.Paragraphs) {
     const int64_t start = cutToInt64(paragraph->StartTime.TotalMilliseconds);
     const int64_t end = cutToInt64(paragraph->EndTime.TotalMilliseconds);

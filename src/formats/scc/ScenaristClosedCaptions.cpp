@@ -39,6 +39,11 @@ void ScenaristClosedCaptions::AppendSccTimeCode(WString& out, double millisecond
   appendNumber(out, millisecondsToFrames(total % 1000), 2);
 }
 
+bool ScenaristClosedCaptions::Recognizes(const Lines& lines, const WString& fileName) {
+  // Every line of words has a tab behind its time. Without one the trial gives no paragraph.
+  return lines.Contains(u'\t') && LoadsMoreThanErrors(lines, fileName);
+}
+
 WString ScenaristClosedCaptions::WriteText(const Subtitle& subtitle, const WString&) {
   const WString language = detectLanguageOfSubtitle(subtitle);
   const auto& paragraphs = subtitle.Paragraphs;

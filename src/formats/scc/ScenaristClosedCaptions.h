@@ -12,6 +12,7 @@ class ScenaristClosedCaptions : public SubtitleFormat {
   WString Extension() const override { return u".scc"; }
   WString Name() const override { return u"DVD_SCC"; }
 
+  bool Recognizes(const Lines& lines, const WString& fileName) override;
   /// Pop-on captions at the bottom of the picture. The title is not used.
   WString WriteText(const Subtitle& subtitle, const WString& title) override;
   /// Each line with a time code is a caption or clears the screen; no screen memory is kept. Other lines, the header

@@ -184,6 +184,14 @@ TEST(Lines, GivesAllTheirUnitsWithNothingBetweenTheLines) {
   EXPECT_EQ(decodeLines("first\nse\r\ncond", 0).Units(), u"second");
 }
 
+TEST(Lines, KnowTheAsciiUnitsThatStandInThem) {
+  const Lines lines{u"a\t", u"\u0159", u"z"};
+  EXPECT_TRUE(lines.Contains(u'\t'));
+  EXPECT_TRUE(lines.Contains(u'z'));
+  EXPECT_FALSE(lines.Contains(u'Y'));  // the low byte of U+0159
+  EXPECT_FALSE(Lines().Contains(u'a'));
+}
+
 TEST(Lines, GivesAnEmptyLineBeyondTheEnd) {
   const Lines lines{u"a"};
   EXPECT_EQ(lines.AtOrEmpty(0), u"a");

@@ -1,0 +1,28 @@
+#include "formats/line/ClockLines.h"
+
+#include "text/Strings.h"
+
+namespace mova {
+namespace {
+
+bool isClockLine(WStringView line) {
+  line = trimView(line);
+  return line.size() >= 23 && line[2] == u':' && (line[8] == u':' || line[8] == u'.');
+}
+
+bool anyClockLine(const Lines& lines) {
+  // Some of the lists pass over a byte order mark in front of the first line.
+  if (isClockLine(stripByteOrderMark(lines.AtOrEmpty(0)))) return true;
+  for (size_t i = 1; i < lines.size(); ++i) {
+    if (isClockLine(lines[i])) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+bool holdClockLines(const Lines& lines) {
+  return lines.Derived<&anyClockLine>();
+}
+
+}  // namespace mova
