@@ -115,28 +115,28 @@ WString ItunesTimedText::WriteText(const Subtitle& subtitle, const WString&) {
   std::set<WString> styleIds;
   for (WString& id : getStyleIdsFromHeader(header)) styleIds.insert(std::move(id));
 
-  XMLElement& target = *paragraphContainer(document);
-  for (const auto& paragraph : subtitle.Paragraphs) {
+  const auto newParagraph = [&](const Paragraph& paragraph) {
     XMLElement* p = document.NewElement("p");
-    WStringView text = paragraph->Text;
+    WStringView text = paragraph.Text;
     const bool isTop = text.starts_with(u"{\\an7}") || text.starts_with(u"{\\an8}") || text.starts_with(u"{\\an9}");
     if (isTop ? hasTop : hasBottom) setAttribute(*p, "region", isTop ? u"top" : u"bottom");
     if (text.starts_with(u"{\\an") && text.size() > 6 && text[5] == u'}') text.remove_prefix(6);
     // A style that the header knows is left out where it is the default anyway; an unknown one is written as it is.
-    const WString& style = paragraph->Style;
+    const WString& style = paragraph.Style;
     const bool isKnown = !header.empty() && styleIds.contains(style);
     if (!style.empty() && !(isKnown && style == defaultStyle)) setAttribute(*p, "style", style);
     appendTextLines(*p, text, true);
-    setAttribute(*p, "begin", formatTimeExpression(paragraph->StartTime));
-    setAttribute(*p, "end", formatTimeExpression(paragraph->EndTime));
-    target.InsertEndChild(p);
-  }
+    setAttribute(*p, "begin", formatTimeExpression(paragraph.StartTime));
+    setAttribute(*p, "end", formatTimeExpression(paragraph.EndTime));
+    return p;
+  };
 
-  WString text = documentToText(document);
-  replaceAllInPlace(text, u" xmlns=\"\"", u"");
-  replaceAllInPlace(text, u" xmlns:tts=\"http://www.w3.org/ns/10/ttml#style\">", u">");
-  replaceAllInPlace(text, u"<br />", u"<br/>");
-  return text;
+  DocumentStream stream = paragraphStream(document, *paragraphContainer(document), subtitle, newParagraph);
+  stream.rewrite = [](WString& text) {
+    dropNamespaceLeftovers(text);
+    replaceAllInPlace(text, u"<br />", u"<br/>");
+  };
+  return documentToText(document, stream);
 }
 
 }  // namespace mova

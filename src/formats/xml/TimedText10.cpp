@@ -21,18 +21,32 @@ namespace {
 constexpr double defaultDuration = 3000.0;  // milliseconds
 
 /// A span lists all elements below it and visits each of them, and spans among these do the same again, so that the
-/// text of nested spans doubles with each level. A paragraph that would take more visits than this is an error.
-constexpr int mostVisits = 100000;
+/// text of nested spans doubles with each level. A document may take this many visits and units of text for elements
+/// in spans; a paragraph that would take more is an error.
+class SpanAllowance {
+ public:
+  explicit SpanAllowance(size_t documentLength) : left_(1000000 + 8 * documentLength) {}
+
+  void Take(size_t count) {
+    if (count > left_) throw std::runtime_error("spans are nested too deep");
+    left_ -= count;
+  }
+
+ private:
+  size_t left_;
+};
 
 class ParagraphText {
  public:
-  static WString Of(const XMLNode& p) {
-    ParagraphText text;
+  static WString Of(const XMLNode& p, SpanAllowance& allowance) {
+    ParagraphText text(allowance);
     text.AppendChildren(p);
     return std::move(text.text_);
   }
 
  private:
+  explicit ParagraphText(SpanAllowance& allowance) : allowance_(allowance) {}
+
   void AppendChildren(const XMLNode& node) {
     for (const XMLNode* child = node.FirstChild(); child; child = child->NextSibling()) {
       if (child->ToText()) {
@@ -60,8 +74,9 @@ class ParagraphText {
 
     // With elements below it, the texts directly in the span are passed over, on purpose.
     const std::vector<const XMLElement*> elements = collectAllElements(&span);
+    allowance_.Take(elements.size());
     for (const XMLElement* element : elements) {
-      if (++visits_ > mostVisits) throw std::runtime_error("spans are nested too deep");
+      const size_t before = text_.size();
       if (isNamed(element, "br")) {
         text_ += u'\n';
       } else if (isNamed(element, "span")) {
@@ -69,6 +84,7 @@ class ParagraphText {
       } else {
         text_ += elementInnerText(*element);
       }
+      allowance_.Take(text_.size() - before);
     }
     if (elements.empty()) text_ += elementInnerText(span);
 
@@ -82,8 +98,8 @@ class ParagraphText {
     return present && *present != value;
   }
 
+  SpanAllowance& allowance_;
   WString text_;
-  int visits_ = 0;
 };
 
 std::vector<const XMLElement*> paragraphElements(const XMLNode* body) {
@@ -115,10 +131,10 @@ TimeCode operator+(const TimeCode& time, double milliseconds) {
 class ParagraphReader {
  public:
   ParagraphReader(Subtitle& subtitle, WString defaultStyle)
-      : subtitle_(subtitle), defaultStyle_(std::move(defaultStyle)) {}
+      : subtitle_(subtitle), defaultStyle_(std::move(defaultStyle)), allowance_(subtitle.Header.size()) {}
 
   void Read(const XMLElement& p) {
-    const WString text = withoutRunsOfBlanks(ParagraphText::Of(p));
+    const WString text = withoutRunsOfBlanks(ParagraphText::Of(p, allowance_));
     const WString begin = attributeOrEmpty(p, "begin");
     const WString end = attributeOrEmpty(p, "end");
     const WString duration = attributeOrEmpty(p, "dur");
@@ -161,6 +177,7 @@ class ParagraphReader {
 
   Subtitle& subtitle_;
   WString defaultStyle_;
+  SpanAllowance allowance_;
   Paragraph* previous_ = nullptr;
   double lastEndSeconds_ = 0.0;
 };
@@ -225,7 +242,7 @@ class ParagraphWriter {
     for (WString& id : getStyleIdsFromHeader(header)) styleIds_.insert(std::move(id));
   }
 
-  void Append(XMLNode& target, const Paragraph& paragraph) {
+  XMLElement* NewParagraph(const Paragraph& paragraph) {
     XMLElement* p = document_.NewElement("p");
     appendTextLines(*p, paragraph.Text, false);
     setAttribute(*p, "begin", formatTimeExpression(paragraph.StartTime));
@@ -235,7 +252,7 @@ class ParagraphWriter {
         styleIds_.contains(paragraph.Style)) {
       setAttribute(*p, "style", paragraph.Style);
     }
-    target.InsertEndChild(p);
+    return p;
   }
 
  private:
@@ -252,14 +269,14 @@ void appendByLanguage(TiXMLDocument& document, XMLNode& target, const Subtitle& 
                       const std::vector<WString>& languages, ParagraphWriter& writer) {
   std::map<WStringView, std::vector<const Paragraph*>> byLanguage;
   for (const auto& paragraph : subtitle.Paragraphs) byLanguage[paragraph->Language].push_back(paragraph.get());
-  for (const Paragraph* paragraph : byLanguage[u""]) writer.Append(target, *paragraph);
+  for (const Paragraph* paragraph : byLanguage[u""]) target.InsertEndChild(writer.NewParagraph(*paragraph));
   XMLNode* parent = target.Parent();
   if (target.NoChildren()) parent->DeleteChild(&target);
   for (const WString& language : languages) {
     XMLElement* div = document.NewElement("div");
     setAttribute(*div, "xml:lang", language);
     parent->InsertEndChild(div);
-    for (const Paragraph* paragraph : byLanguage[language]) writer.Append(*div, *paragraph);
+    for (const Paragraph* paragraph : byLanguage[language]) div->InsertEndChild(writer.NewParagraph(*paragraph));
   }
 }
 
@@ -347,16 +364,15 @@ WString TimedText10::WriteText(const Subtitle& subtitle, const WString&) {
 
   XMLNode& target = *paragraphContainer(document);
   const std::vector<WString> languages = getUsedLanguages(subtitle);
+  DocumentStream stream;
   if (languages.empty()) {
-    for (const auto& paragraph : subtitle.Paragraphs) writer.Append(target, *paragraph);
+    stream =
+        paragraphStream(document, target, subtitle, [&writer](const Paragraph& p) { return writer.NewParagraph(p); });
   } else {
     appendByLanguage(document, target, subtitle, languages, writer);
   }
-
-  WString text = documentToText(document);
-  replaceAllInPlace(text, u" xmlns=\"\"", u"");
-  replaceAllInPlace(text, u" xmlns:tts=\"http://www.w3.org/ns/10/ttml#style\">", u">");
-  return text;
+  stream.rewrite = dropNamespaceLeftovers;
+  return documentToText(document, stream);
 }
 
 }  // namespace mova

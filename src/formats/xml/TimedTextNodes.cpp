@@ -1,6 +1,8 @@
 #include "formats/xml/TimedTextNodes.h"
 
+#include <cstring>
 #include <optional>
+#include <utility>
 
 #include "text/Strings.h"
 
@@ -23,6 +25,7 @@ class LineWriter {
   LineWriter(XMLElement& p, bool boldIsStacked) : p_(p), document_(*p.GetDocument()), boldIsStacked_(boldIsStacked) {}
 
   void Write(WStringView line) {
+    copyable_ = 20000 + 8 * line.size();
     Continue(document_.NewText(""));
     for (size_t i = 0; i < line.size();) i += WriteNext(line.substr(i));
     Flush();
@@ -70,11 +73,25 @@ class LineWriter {
     if (stack_.empty()) {
       next = document_.NewText("");
     } else {
-      next = stack_.back()->DeepClone(&document_);
-      next->SetValue("");
+      next = CopyOf(*stack_.back());
       stack_.pop_back();
     }
     Continue(next);
+  }
+
+  /// The node without its value. Attributes and characters are copied as long as the copies of a line don't multiply
+  /// these beyond all bounds.
+  XMLNode* CopyOf(const XMLNode& node) {
+    const XMLElement* span = node.ToElement();
+    if (!span) return document_.NewText("");
+    size_t size = 0;
+    if (const XMLAttribute* attribute = span->FirstAttribute()) size += std::strlen(attribute->Value());
+    if (const XMLNode* characters = span->FirstChild()) size += std::strlen(characters->Value());
+    if (size > copyable_) return document_.NewElement("");
+    copyable_ -= size;
+    XMLNode* copy = span->DeepClone(&document_);
+    copy->SetValue("");
+    return copy;
   }
 
   void Continue(XMLNode* node) { current_ = p_.InsertEndChild(node); }
@@ -94,6 +111,7 @@ class LineWriter {
   XMLNode* current_ = nullptr;
   std::vector<XMLNode*> stack_;
   WString pending_;
+  size_t copyable_ = 0;  ///< bytes
 };
 
 }  // namespace
@@ -106,6 +124,24 @@ void appendTextLines(XMLElement& p, WStringView text, bool boldIsStacked) {
     isFirst = false;
     LineWriter(p, boldIsStacked).Write(line);
   }
+}
+
+DocumentStream paragraphStream(TiXMLDocument& document, const XMLNode& target, const Subtitle& subtitle,
+                               std::function<XMLElement*(const Paragraph&)> newParagraph) {
+  DocumentStream stream;
+  stream.parent = target.ToElement();
+  stream.nextChild = [&document, &subtitle, newParagraph = std::move(newParagraph), next = size_t{0},
+                      printed = static_cast<XMLElement*>(nullptr)]() mutable -> const XMLElement* {
+    if (printed) document.DeleteNode(std::exchange(printed, nullptr));
+    if (next < subtitle.Paragraphs.size()) printed = newParagraph(*subtitle.Paragraphs[next++]);
+    return printed;
+  };
+  return stream;
+}
+
+void dropNamespaceLeftovers(WString& text) {
+  replaceAllInPlace(text, u" xmlns=\"\"", u"");
+  replaceAllInPlace(text, u" xmlns:tts=\"http://www.w3.org/ns/10/ttml#style\">", u">");
 }
 
 std::vector<WString> getStyleIdsFromHeader(WStringView header) {

@@ -1,8 +1,10 @@
 /// What the writers of Timed Text documents share: the nodes of a caption's text, and the ids of a header's styles.
 #pragma once
 
-#include <set>
+#include <functional>
+#include <vector>
 
+#include "model/Subtitle.h"
 #include "xml/TiXMLDocument.h"
 
 namespace mova {
@@ -14,6 +16,14 @@ namespace mova {
 /// copy of that node without its value: a span becomes an element without a name, on purpose. "<i>" puts aside the node
 /// before it; "<b>" does so only if `boldIsStacked`.
 void appendTextLines(XMLElement& p, WStringView text, bool boldIsStacked);
+
+/// Prints the paragraphs as the last children of `target` and lets each "p" go once it is printed. (A target that is no
+/// element prints no children.) Everything that is passed is used until the end of the printing.
+DocumentStream paragraphStream(TiXMLDocument& document, const XMLNode& target, const Subtitle& subtitle,
+                               std::function<XMLElement*(const Paragraph&)> newParagraph);
+
+/// Takes namespace declarations that say nothing out of a printed document.
+void dropNamespaceLeftovers(WString& text);
 
 /// The ids of the styles in the head of a document, in order: "xml:id", else "id".
 std::vector<WString> getStyleIdsFromHeader(WStringView header);

@@ -1,9 +1,9 @@
-#include "unit/formats/Captions.h"
 #include "formats/xml/ItunesTimedText.h"
 #include "formats/xml/TimedText10.h"
 #include "formats/xml/TimedTextNodes.h"
 #include "formats/xml/TimedTextTime.h"
 #include "text/Strings.h"
+#include "unit/formats/Captions.h"
 
 namespace mova {
 namespace {
@@ -192,6 +192,34 @@ TEST_F(TimedText10Test, GivesUpOnSpansThatDoubleTooOften) {
   EXPECT_EQ(result.errors, 1);
 }
 
+TEST_F(TimedText10Test, GivesUpOnSpansThatMultiplyALongText) {
+  WString open;
+  WString close;
+  for (int i = 0; i < 14; ++i) {
+    open += u"<span>";
+    close += u"</span>";
+  }
+  const WString p = u"<p begin='1s'>" + open + u"<b>" + WString(100000, u'x') + u"</b>" + close + u"</p>";
+  const Loaded result = load<TimedText10>({documentWith(p + p + u"<p begin='2.5s'><span>y</span></p>")});
+  EXPECT_EQ(result.captions, (Captions{{1, 2500, 5500, u"y"}}));
+  EXPECT_EQ(result.errors, 2);
+}
+
+TEST_F(TimedText10Test, GivesUpOnManyParagraphsOfNestedSpans) {
+  WString open;
+  WString close;
+  for (int i = 0; i < 16; ++i) {
+    open += u"<span>";
+    close += u"</span>";
+  }
+  const WString p = u"<p begin='1s'>" + open + u"x" + close + u"</p>";
+  WString body;
+  for (int i = 0; i < 1000; ++i) body += p;
+  const Loaded result = load<TimedText10>({documentWith(body)});
+  EXPECT_EQ(result.captions.size(), 1u);
+  EXPECT_GT(result.errors, 900);
+}
+
 TEST_F(TimedText10Test, PutsTheTopRegionInFrontOfTheText) {
   EXPECT_EQ(captionsIn(u"<p begin='1s' region='top'>a</p>"), (Captions{{1, 1000, 4000, u"{\\an8}a"}}));
   EXPECT_EQ(captionsIn(u"<p begin='1s' region='Top'>a</p>"), (Captions{{1, 1000, 4000, u"a"}}));
@@ -313,6 +341,18 @@ const WString source =
     u"<tt xmlns=\"http://www.w3.org/ns/ttml\"><head><styling><style xml:id=\"s1\"/><style "
     u"id=\"s2\"/><style/></styling></head>"
     u"<body style=\"s2\"><div><p>old</p></div></body></tt>";
+
+TEST_F(TimedText10Test, StopsCopyingWhereALineWouldExplode) {
+  WString texts = u"<b>";
+  for (int i = 0; i < 20000; ++i) texts += u"x<i></i>";
+  WString colors = u"<font color=\"" + WString(100000, u'a') + u"\">x";
+  for (int i = 0; i < 2000; ++i) colors += u"<i></i>";
+  for (const WString& text : {texts, colors}) {
+    const size_t size = written<TimedText10>({{1, 0, 1, text}}).size();
+    EXPECT_GT(size, text.size());
+    EXPECT_LT(size, 30 * text.size());
+  }
+}
 
 TEST_F(TimedText10Test, KeepsTheSourceDocumentAndReplacesItsParagraphs) {
   Subtitle subtitle = subtitleOf({{1, 1000, 2000, u"a"}, {2, 2000, 3000, u"b"}, {3, 3000, 4000, u"c"}});
