@@ -142,6 +142,45 @@ TEST_F(Convert, ReplacesAllEarlierSettings) {
   EXPECT_EQ(mova::GlobalSettings.CodePage, 0);
 }
 
+TEST_F(Convert, KeepsTheFormOfTimedTextTimesAndNoSettings) {
+  const std::string head = "\xEF\xBB\xBF<?xml version=\"1.0\"?>\n<tt xmlns=\"http://www.w3.org/ns/ttml\"";
+  Write("seconds.xml", head + " frameRate=\"25\"><body><div><p begin=\"1.5s\" end=\"2.25s\">a</p></div></body></tt>\n");
+  Write("frames.xml", head + " frameRate=\"25\"><body><div><p begin=\"00:00:01:12\">a</p></div></body></tt>\n");
+  Write("draft.dfxp",
+        "\xEF\xBB\xBF<tt xmlns=\"http://www.w3.org/2006/04/ttaf1\"><body><div>\n"
+        "<p begin=\"100ms\" end=\"200ms\">a</p></div></body></tt>\n");
+  Write("film.srt", film);
+  const auto firstParagraph = [this](const std::string& input, const char16_t* target, const std::string& output) {
+    EXPECT_EQ(movaConvertCC(Path(input), target, Path(output), nullptr), 0u);
+    const std::string text = Read(output).value_or("");
+    const size_t begin = text.find("<p ");
+    return text.substr(begin, text.find('>', begin) + 1 - begin);
+  };
+  const auto rate = [this](const std::string& output) {
+    const std::string text = Read(output).value_or("");
+    const size_t begin = text.find("<ttp:frameRate>");
+    return text.substr(begin, text.find('\n', begin) - begin);
+  };
+
+  EXPECT_EQ(movaConvertCC(Path("seconds.xml"), u"SubRip", Path("first.srt"), nullptr), 0u);
+  EXPECT_EQ(mova::GlobalSettings.FrameRate, 25.0);
+  // The form of the document (1.0 is no whole multiple of the double 0.1, so all decimals come), the rate of this
+  // conversion's settings.
+  EXPECT_EQ(firstParagraph("film.srt", u"Timed Text 1.0", "a.xml"),
+            R"(<p begin="1.000000000000000s" id="p0" end="2.000000000000000s">)");
+  EXPECT_EQ(rate("a.xml"), "<ttp:frameRate>\"30\"</ttp:frameRate>");
+  EXPECT_EQ(firstParagraph("film.srt", u"iTunes Timed Text", "a.itt"),
+            R"(<p region="bottom" begin="1.000000000000000s" end="2.000000000000000s">)");
+  // The draft of 2006 sets the form, and has one of its own.
+  EXPECT_EQ(firstParagraph("draft.dfxp", u"TT 2006-04 .dfxp", "a.dfxp"),
+            R"(<p begin="00:00:00.100" id="p0" end="00:00:00.200">)");
+  EXPECT_EQ(firstParagraph("film.srt", u"Timed Text 1.0", "a.xml"), R"(<p begin="1000ms" id="p0" end="2000ms">)");
+  // A document in frames puts it back.
+  EXPECT_EQ(movaConvertCC(Path("frames.xml"), u"SubRip", Path("first.srt"), nullptr), 0u);
+  EXPECT_EQ(firstParagraph("film.srt", u"Timed Text 1.0", "a.xml"),
+            R"(<p begin="00:00:01:00" id="p0" end="00:00:02:00">)");
+}
+
 TEST(OutputTypes, ListsNamesAndExtensionsInBothTextTypes) {
   char16_t** names = nullptr;
   char16_t** extensions = nullptr;
