@@ -459,5 +459,42 @@ TEST(FinalCutProXml, RecognizesOneItem) {
   EXPECT_FALSE(recognizes<FinalCutProXml>({u"<project><x>", joinedText(sequence(item(u""))), u"</x></project>"}));
 }
 
+// --- Bad input
+
+/// Which format of the whole list takes a file of these lines.
+Recognized recognizedLines(const Lines& lines) {
+  return recognized(std::string(utf8Mark) + wideToString(joinedText(lines)));
+}
+
+WString repeated(WStringView text, size_t count) {
+  WString result;
+  for (size_t i = 0; i < count; ++i) result += text;
+  return result;
+}
+
+TEST(FinalCutProXml, StandsBrokenDocuments) {
+  const FrameRateScope scope(29.97);
+  const WString good = joinedText(sequence(item(parameter(u"str", u"x"))));
+  EXPECT_EQ(recognizedLines({good}), (Recognized{"Final Cut Pro Xml", 1}));
+  EXPECT_EQ(recognizedLines({good, u"text behind"}), (Recognized{"", 0}));
+  EXPECT_EQ(recognizedLines({WStringView(good).substr(0, good.size() - 3)}), (Recognized{"", 0}));
+  EXPECT_EQ(recognizedLines({u"<a b=\"", good}), (Recognized{"", 0}));
+  EXPECT_EQ(recognizedLines({u"<a b='1' b='2'/>", good}), (Recognized{"", 0}));
+  EXPECT_EQ(recognizedLines({good, u"<![CDATA["}), (Recognized{"", 0}));
+}
+
+TEST(FinalCutProXml, StandsDeepAndLongDocuments) {
+  const FrameRateScope scope(29.97);
+  EXPECT_EQ(recognizedLines(sequence(repeated(u"<generatoritem>", 100000) + repeated(u"</generatoritem>", 100000))),
+            (Recognized{"", 0}));
+  const WString longAttribute = u"<x y='" + repeated(u"&amp;0123456", 1000000) + u"'/>";
+  EXPECT_EQ(recognizedLines(sequence(longAttribute + item(parameter(u"str", u"x")))),
+            (Recognized{"Final Cut Pro Xml", 1}));
+  const WString longText = repeated(u"&am", 3000000);
+  EXPECT_EQ(recognizedLines(sequence(item(parameter(u"str", longText)))), (Recognized{"Final Cut Pro Xml", 1}));
+  EXPECT_EQ(recognizedLines(sequence(item(repeated(parameter(u"str", u"x"), 20000)))),
+            (Recognized{"Final Cut Pro Xml", 1}));
+}
+
 }  // namespace
 }  // namespace mova

@@ -76,6 +76,12 @@ TEST(FlashXml, WritesEachFieldOfANegativeTimeWithItsSign) {
   EXPECT_EQ(flashClock({-0.9}), u"00:00:00.00");
 }
 
+TEST(FlashXml, WritesALongTextBeforeManyShortOnes) {
+  Captions captions(20000, Caption{1, 0, 0, u"x"});
+  captions[0].text = WString(32 << 20, u'x');
+  EXPECT_GT(written<FlashXml>(captions).size(), size_t{32} << 20);
+}
+
 // --- Reading
 
 TEST(FlashXml, ReadsClockTimesWithMillisecondsAsTheyStand) {
