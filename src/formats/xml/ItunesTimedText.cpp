@@ -115,7 +115,8 @@ WString ItunesTimedText::WriteText(const Subtitle& subtitle, const WString&) {
   std::set<WString> styleIds;
   for (WString& id : getStyleIdsFromHeader(header)) styleIds.insert(std::move(id));
 
-  const auto newParagraph = [&](const Paragraph& paragraph) {
+  const auto newParagraph = [&](size_t i) {
+    const Paragraph& paragraph = *subtitle.Paragraphs[i];
     XMLElement* p = document.NewElement("p");
     WStringView text = paragraph.Text;
     const bool isTop = text.starts_with(u"{\\an7}") || text.starts_with(u"{\\an8}") || text.starts_with(u"{\\an9}");
@@ -131,7 +132,7 @@ WString ItunesTimedText::WriteText(const Subtitle& subtitle, const WString&) {
     return p;
   };
 
-  DocumentStream stream = paragraphStream(document, *paragraphContainer(document), subtitle, newParagraph);
+  DocumentStream stream = streamOf(document, paragraphContainer(document), subtitle.Paragraphs.size(), newParagraph);
   stream.rewrite = [](WString& text) {
     dropNamespaceLeftovers(text);
     replaceAllInPlace(text, u"<br />", u"<br/>");

@@ -366,8 +366,9 @@ WString TimedText10::WriteText(const Subtitle& subtitle, const WString&) {
   const std::vector<WString> languages = getUsedLanguages(subtitle);
   DocumentStream stream;
   if (languages.empty()) {
-    stream =
-        paragraphStream(document, target, subtitle, [&writer](const Paragraph& p) { return writer.NewParagraph(p); });
+    // (A target that is no element prints no children.)
+    stream = streamOf(document, target.ToElement(), subtitle.Paragraphs.size(),
+                      [&](size_t i) { return writer.NewParagraph(*subtitle.Paragraphs[i]); });
   } else {
     appendByLanguage(document, target, subtitle, languages, writer);
   }

@@ -177,21 +177,22 @@ void TimedText200604::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const
 
 WString TimedText200604::WriteText(const Subtitle& subtitle, const WString&) {
   TiXMLDocument document(skeleton());
-  XMLElement& target = *findElementDeep(findElementDeep(document.RootElement(), "body"), "div");
-  int32_t number = 0;
-  for (const auto& paragraph : subtitle.Paragraphs) {
-    XMLElement* p = target.InsertNewChildElement("p");
+  const XMLElement* target = findElementDeep(findElementDeep(document.RootElement(), "body"), "div");
+  const auto newParagraph = [&](size_t i) {
+    const Paragraph& paragraph = *subtitle.Paragraphs[i];
+    XMLElement* p = document.NewElement("p");
     bool isFirst = true;
-    for (const WString& line : split(removeHtmlTags(paragraph->Text), u"\r\n", true)) {
+    for (const WString& line : split(removeHtmlTags(paragraph.Text), u"\r\n", true)) {
       if (!isFirst) p->InsertNewChildElement("br");
       isFirst = false;
       appendText(*p, line);
     }
-    setAttribute(*p, "begin", timeToClockText(paragraph->StartTime));
-    setAttribute(*p, "id", u"p" + intToWStr(number++, u"%d"));
-    setAttribute(*p, "end", timeToClockText(paragraph->EndTime));
-  }
-  return documentToText(document);
+    setAttribute(*p, "begin", timeToClockText(paragraph.StartTime));
+    setAttribute(*p, "id", u"p" + intToWStr(static_cast<int32_t>(i), u"%d"));
+    setAttribute(*p, "end", timeToClockText(paragraph.EndTime));
+    return p;
+  };
+  return documentToText(document, streamOf(document, target, subtitle.Paragraphs.size(), newParagraph));
 }
 
 }  // namespace mova

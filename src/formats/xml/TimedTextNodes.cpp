@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <optional>
-#include <utility>
 
 #include "text/Strings.h"
 
@@ -124,19 +123,6 @@ void appendTextLines(XMLElement& p, WStringView text, bool boldIsStacked) {
     isFirst = false;
     LineWriter(p, boldIsStacked).Write(line);
   }
-}
-
-DocumentStream paragraphStream(TiXMLDocument& document, const XMLNode& target, const Subtitle& subtitle,
-                               std::function<XMLElement*(const Paragraph&)> newParagraph) {
-  DocumentStream stream;
-  stream.parent = target.ToElement();
-  stream.nextChild = [&document, &subtitle, newParagraph = std::move(newParagraph), next = size_t{0},
-                      printed = static_cast<XMLElement*>(nullptr)]() mutable -> const XMLElement* {
-    if (printed) document.DeleteNode(std::exchange(printed, nullptr));
-    if (next < subtitle.Paragraphs.size()) printed = newParagraph(*subtitle.Paragraphs[next++]);
-    return printed;
-  };
-  return stream;
 }
 
 void dropNamespaceLeftovers(WString& text) {

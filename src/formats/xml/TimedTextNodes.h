@@ -1,10 +1,8 @@
 /// What the writers of Timed Text documents share: the nodes of a caption's text, and the ids of a header's styles.
 #pragma once
 
-#include <functional>
 #include <vector>
 
-#include "model/Subtitle.h"
 #include "xml/TiXMLDocument.h"
 
 namespace mova {
@@ -16,11 +14,6 @@ namespace mova {
 /// copy of that node without its value: a span becomes an element without a name, on purpose. "<i>" puts aside the node
 /// before it; "<b>" does so only if `boldIsStacked`.
 void appendTextLines(XMLElement& p, WStringView text, bool boldIsStacked);
-
-/// Prints the paragraphs as the last children of `target` and lets each "p" go once it is printed. (A target that is no
-/// element prints no children.) Everything that is passed is used until the end of the printing.
-DocumentStream paragraphStream(TiXMLDocument& document, const XMLNode& target, const Subtitle& subtitle,
-                               std::function<XMLElement*(const Paragraph&)> newParagraph);
 
 /// Takes namespace declarations that say nothing out of a printed document.
 void dropNamespaceLeftovers(WString& text);
