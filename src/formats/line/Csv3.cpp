@@ -74,6 +74,7 @@ bool Csv3::Recognizes(const Lines& lines, const WString&) {
 
 WString Csv3::WriteText(const Subtitle& subtitle, const WString&) {
   WString result = u"Start time (hh:mm:ss:ff),End time (hh:mm:ss:ff),\"Line 1\",\"Line 2\"";
+  result.reserve(subtitle.Paragraphs.size() * 96);  // enough for most
   for (const auto& paragraph : subtitle.Paragraphs) {
     WString text = trim(paragraph->Text);
     std::vector<WStringView> lines = splitViews(text, u"\r\n", true);

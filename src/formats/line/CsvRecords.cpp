@@ -14,7 +14,7 @@ bool hasMoreCsvRecords(const Lines& lines, CsvHeadLength headLength, size_t miss
     if (const size_t length = headLength(line)) {
       ++matches;
       inQuote = line.substr(length).starts_with(u'"');
-    } else if (trimView(line).empty()) {
+    } else if (trimStartView(line).empty()) {
       continue;
     } else if (inQuote) {
       inQuote = false;  // the text goes on
@@ -53,6 +53,7 @@ bool closesCsvText(WStringView line) {
 WString writeNumberedCsv(const Subtitle& subtitle, WStringView header, char16_t separator,
                          void (*appendTime)(WString& out, const TimeCode& time)) {
   WString result(header);
+  result.reserve(subtitle.Paragraphs.size() * 96);  // enough for most
   for (const auto& paragraph : subtitle.Paragraphs) {
     result += u'\n';
     appendNumber(result, paragraph->Number);

@@ -16,6 +16,7 @@ constexpr JsonLayout layout = {.FileStart = uR"([{"start)",
 
 WString Json::WriteText(const Subtitle& subtitle, const WString&) {
   WString result = u"[";
+  result.reserve(subtitle.Paragraphs.size() * 128);  // enough for most
   for (const auto& paragraph : subtitle.Paragraphs) {
     if (result.size() > 1) result += u',';
     result += uR"({"start":)";

@@ -17,6 +17,7 @@ constexpr JsonLayout layout = {.FileStart = uR"([{"duration)",
 
 WString JsonType3::WriteText(const Subtitle& subtitle, const WString&) {
   WString result = u"[";
+  result.reserve(subtitle.Paragraphs.size() * 192);  // enough for most
   for (const auto& paragraph : subtitle.Paragraphs) {
     if (result.size() > 1) result += u',';
     result += uR"({"duration":)";

@@ -23,6 +23,7 @@ WString JsonType4::WriteText(const Subtitle& subtitle, const WString&) {
   const WString guid = newGuid();
   const WString segmentTypeId = shortIdentifier();
   WString result = u"[";
+  result.reserve(subtitle.Paragraphs.size() * 400);  // enough for most
   for (const auto& paragraph : subtitle.Paragraphs) {
     if (result.size() > 1) result += u',';
     result += uR"({"hitType":"tag","subTrack":null,"tags":[],"track":"Closed Captioning","startTime":)";

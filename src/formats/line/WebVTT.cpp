@@ -4,11 +4,12 @@
 
 #include "model/Arithmetic.h"
 #include "movautil/MovaUtil.h"
-#include "text/Regex.h"
 #include "text/Strings.h"
 
 namespace mova {
 namespace {
+
+constexpr WStringView arrow = u"-->";
 
 // --- Writing
 
@@ -41,80 +42,64 @@ void appendWithoutBlankLines(WString& out, WStringView text) {
 
 // --- Reading
 
-const Regex& vttShortShort() {
-  static const Regex regex = createRegex(uR"(^-?\d+:-?\d+\.-?\d+\s*-->\s*-?\d+:-?\d+\.-?\d+)");
-  return regex;
-}
-
-const Regex& vttShortLong() {
-  static const Regex regex = createRegex(uR"(^-?\d+:-?\d+\.-?\d+\s*-->\s*-?\d+:-?\d+:-?\d+\.-?\d+)");
-  return regex;
-}
-
-const Regex& vttLongLong() {
-  static const Regex regex = createRegex(uR"(^-?\d+:-?\d+:-?\d+\.-?\d+\s*-->\s*-?\d+:-?\d+:-?\d+\.-?\d+)");
-  return regex;
-}
-
-constexpr WStringView plainLong = u"00:00:00.000";
-constexpr WStringView plainShort = u"00:00.000";
-constexpr WStringView plainArrow = u" --> ";
-
-/// Whether the text begins with such a time, of any digits.
-bool beginsWithTime(WStringView text, WStringView shape) {
-  if (text.size() < shape.size()) return false;
-  for (size_t i = 0; i < shape.size(); ++i) {
-    if (shape[i] == u'0' ? !isDigit(text[i]) : text[i] != shape[i]) return false;
-  }
+bool takeUnit(WStringView& text, char16_t unit) {
+  if (!text.starts_with(unit)) return false;
+  text.remove_prefix(1);
   return true;
 }
 
-TimeCode timeOfShape(WStringView text, WStringView shape) {
+/// Takes -?\d+ off the front of the text.
+bool takeNumber(WStringView& text, int32_t& number) {
+  const size_t sign = text.starts_with(u'-') ? 1 : 0;
+  size_t length = sign;
+  while (length < text.size() && isDigit(text[length])) ++length;
+  if (length == sign) return false;
+  number = wideToInt(text.substr(0, length));
+  text.remove_prefix(length);
+  return true;
+}
+
+struct CueTime {
+  TimeCode time;
+  bool isLong = false;
+};
+
+/// Takes a time off the front of the text: a short one of minutes, seconds and milliseconds, or a long one with hours.
+/// A sign applies to its own number.
+bool takeTime(WStringView& text, CueTime& taken) {
   int32_t hours = 0;
-  if (shape == plainLong) {
-    hours = wideToInt(text.substr(0, 2));
-    text.remove_prefix(3);
+  int32_t minutes = 0;
+  int32_t seconds = 0;
+  int32_t milliseconds = 0;
+  if (!takeNumber(text, minutes) || !takeUnit(text, u':') || !takeNumber(text, seconds)) return false;
+  taken.isLong = takeUnit(text, u':');
+  if (taken.isLong) {
+    hours = minutes;
+    minutes = seconds;
+    if (!takeNumber(text, seconds)) return false;
   }
-  return TimeCode{static_cast<double>(partsToMilliseconds(hours, wideToInt(text.substr(0, 2)),
-                                                          wideToInt(text.substr(3, 2)), wideToInt(text.substr(6, 3))))};
-}
-
-/// A cue head with two times of one shape and no digit behind them: nearly all look like this, and the slow way gives
-/// the same result for them.
-bool readPlainCueHead(WStringView line, WStringView shape, TimeCode& start, TimeCode& end) {
-  if (!beginsWithTime(line, shape) || !line.substr(shape.size()).starts_with(plainArrow)) return false;
-  const WStringView second = line.substr(shape.size() + plainArrow.size());
-  if (!beginsWithTime(second, shape)) return false;
-  if (second.size() > shape.size() && isDigit(second[shape.size()])) return false;
-  start = timeOfShape(line, shape);
-  end = timeOfShape(second, shape);
+  if (!takeUnit(text, u'.') || !takeNumber(text, milliseconds)) return false;
+  taken.time.TotalMilliseconds = partsToMilliseconds(hours, minutes, seconds, milliseconds);
   return true;
 }
 
-/// Only the first four pieces count; cue settings come behind them. A sign applies to its own piece.
-TimeCode readTime(WStringView text) {
-  const std::vector<WStringView> pieces = splitViews(trimView(text), u":. ", false);
-  if (pieces.size() < 4) return {};
-  return TimeCode{static_cast<double>(
-      partsToMilliseconds(wideToInt(pieces[0]), wideToInt(pieces[1]), wideToInt(pieces[2]), wideToInt(pieces[3])))};
-}
-
-/// The times of a cue head, or false for any other line, which is a trimmed one.
+/// Reads the times of a cue head, with anything behind them; false for any other line. The line is trimmed.
 bool readCueHead(WStringView line, TimeCode& start, TimeCode& end) {
-  if (line.empty() || (!isDigit(line.front()) && line.front() != u'-')) return false;  // as every pattern begins
-  if (readPlainCueHead(line, plainLong, start, end) || readPlainCueHead(line, plainShort, start, end)) return true;
-  if (findText(line, u"-->") == WStringView::npos) return false;
-
-  WString head(line);
-  if (vttShortLong().Matches(head)) head.insert(0, u"00:");
-  if (vttShortShort().Matches(head)) {
-    head.insert(0, u"00:");
-    replaceAllInPlace(head, u"--> ", u"--> 00:");  // An arrow without a blank behind it makes no cue head, on purpose.
-  }
-  if (!vttLongLong().Matches(head)) return false;
-  const std::vector<WStringView> pieces = splitViews(replaceAllInPlace(head, u"-->", u"@"), u"@", true);
-  start = readTime(pieces[0]);
-  end = readTime(pieces[1]);
+  CueTime first;
+  CueTime second;
+  if (!takeTime(line, first)) return false;
+  line = trimStartView(line);
+  if (!line.starts_with(arrow)) return false;
+  line.remove_prefix(arrow.size());
+  const WStringView behindArrow = line;
+  line = trimStartView(line);
+  if (!takeTime(line, second)) return false;
+  // On purpose: a short time ends no cue that begins with a long one, and short times have exactly one blank behind the
+  // arrow.
+  const bool hasOneBlank = behindArrow.starts_with(u' ') && !isSpace(behindArrow[1]);
+  if (!second.isLong && (first.isLong || !hasOneBlank)) return false;
+  start = first.time;
+  end = second.time;
   return true;
 }
 
@@ -140,7 +125,9 @@ WString WebVTT::WriteText(const Subtitle& subtitle, const WString&) {
     const int64_t end = cutToInt64(paragraph->EndTime.TotalMilliseconds);
     const bool withHours = start >= hour || end >= hour;
     appendTime(result, start, withHours);
-    result += plainArrow;
+    result += u' ';
+    result += arrow;
+    result += u' ';
     appendTime(result, end, withHours);
     result += u"\r\n";
     appendWithoutBlankLines(result, cText(paragraph->Text));

@@ -59,9 +59,7 @@ bool readTimeLine(WStringView text, TimeCode& start, TimeCode& end) {
 
 WString YouTubeSbv::WriteText(const Subtitle& subtitle, const WString&) {
   WString result;
-  size_t size = 0;
-  for (const auto& paragraph : subtitle.Paragraphs) size += paragraph->Text.size() + 32;
-  result.reserve(size);
+  result.reserve(subtitle.Paragraphs.size() * 96);  // enough for most
   for (const auto& paragraph : subtitle.Paragraphs) {
     appendTime(result, paragraph->StartTime);
     result += u',';

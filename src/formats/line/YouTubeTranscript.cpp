@@ -27,9 +27,7 @@ double readTime(WStringView line) {
 
 WString YouTubeTranscript::WriteText(const Subtitle& subtitle, const WString&) {
   WString result;
-  size_t size = 0;
-  for (const auto& paragraph : subtitle.Paragraphs) size += paragraph->Text.size() + 12;
-  result.reserve(size);
+  result.reserve(subtitle.Paragraphs.size() * 80);  // enough for most
   for (const auto& paragraph : subtitle.Paragraphs) {
     const int64_t time = cutToInt64(paragraph->StartTime.TotalMilliseconds);
     appendNumber(result, time / 60000);
