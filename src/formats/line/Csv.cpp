@@ -51,7 +51,8 @@ void appendMilliseconds(WString& out, const TimeCode& time) {
 }  // namespace
 
 bool Csv::Recognizes(const Lines& lines, const WString&) {
-  return hasMoreCsvRecords(lines, headLength);
+  // Every head has separators: without one there is no record.
+  return lines.Contains(separator) && hasMoreCsvRecords(lines, headLength);
 }
 
 WString Csv::WriteText(const Subtitle& subtitle, const WString&) {

@@ -2,6 +2,7 @@
 
 #include "formats/FrameTime.h"
 #include "formats/line/CsvRecords.h"
+#include "text/Shape.h"
 #include "text/Strings.h"
 
 namespace mova {
@@ -9,17 +10,12 @@ namespace {
 
 constexpr char16_t separator = u',';
 
-/// The length of the number at which the line begins, with the separator behind it, or 0.
-size_t numberLength(WStringView line) {
-  size_t length = 0;
-  while (length < line.size() && isDigit(line[length])) ++length;
-  return length > 0 && length < line.size() && line[length] == separator ? length + 1 : 0;
-}
-
 /// Of a number and two times: ^\d+,\d\d:\d\d:\d\d:\d\d,\d\d:\d\d:\d\d:\d\d,
 size_t headLength(WStringView line) {
-  const size_t length = numberLength(line);
-  return length > 0 && beginsWithCsvTimes(line.substr(length)) ? length + csvTimesLength : 0;
+  size_t length = 0;
+  while (length < line.size() && isDigit(line[length])) ++length;
+  if (length == 0 || length == line.size() || line[length] != separator) return 0;
+  return startsWithShape(line.substr(length + 1), csvTimesShape) ? length + 1 + csvTimesShape.size() : 0;
 }
 
 }  // namespace
@@ -43,7 +39,7 @@ void Csv2::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) 
     if (const size_t length = headLength(line)) {
       const WStringView field = line.substr(length);
       current = &subtitle.Append({});
-      readCsvTimes(line.substr(length - csvTimesLength), current->StartTime, current->EndTime);
+      readCsvTimes(line.substr(length - csvTimesShape.size()), current->StartTime, current->EndTime);
       current->Text = trimView(field, u'"');
       inQuote = opensCsvText(field);
     } else if (trimView(line).empty()) {

@@ -3,6 +3,7 @@
 #include "formats/FrameTime.h"
 #include "formats/line/CsvRecords.h"
 #include "text/LineBreaking.h"
+#include "text/Shape.h"
 #include "text/Strings.h"
 
 namespace mova {
@@ -13,7 +14,7 @@ constexpr size_t tooManyMisses = 21;
 
 /// Of two times: ^\d\d:\d\d:\d\d:\d\d,\d\d:\d\d:\d\d:\d\d,
 size_t headLength(WStringView line) {
-  return beginsWithCsvTimes(line) ? csvTimesLength : 0;
+  return startsWithShape(line, csvTimesShape) ? csvTimesShape.size() : 0;
 }
 
 bool holdsMarkerOfAnotherFormat(const Lines& lines) {

@@ -27,16 +27,6 @@ bool hasMoreCsvRecords(const Lines& lines, CsvHeadLength headLength, size_t miss
   return matches > misses;
 }
 
-bool beginsWithCsvTimes(WStringView text) {
-  constexpr WStringView shape = u"00:00:00:00,00:00:00:00,";
-  static_assert(shape.size() == csvTimesLength);
-  if (text.size() < shape.size()) return false;
-  for (size_t i = 0; i < shape.size(); ++i) {
-    if (shape[i] == u'0' ? !isDigit(text[i]) : text[i] != shape[i]) return false;
-  }
-  return true;
-}
-
 void readCsvTimes(WStringView text, TimeCode& start, TimeCode& end) {
   start = timeCodeFromParts(splitViews(text.substr(0, 11), u".:", true));
   end = timeCodeFromParts(splitViews(text.substr(12, 11), u".:", true));

@@ -19,10 +19,9 @@ using CsvHeadLength = size_t (*)(WStringView line);
 bool hasMoreCsvRecords(const Lines& lines, CsvHeadLength headLength,
                        size_t missLimit = std::numeric_limits<size_t>::max());
 
-/// "hh:mm:ss:ff,hh:mm:ss:ff,"
-inline constexpr size_t csvTimesLength = 24;
-bool beginsWithCsvTimes(WStringView text);
-/// The two times at the beginning of a text.
+/// Two times as columns.
+inline constexpr WStringView csvTimesShape = u"00:00:00:00,00:00:00:00,";
+/// The times of a text that begins with this shape.
 void readCsvTimes(WStringView text, TimeCode& start, TimeCode& end);
 
 /// From this length on a text takes no more lines.
