@@ -1,7 +1,7 @@
 /// Fuzz target: any bytes, converted by the public call to any target under any settings.
 ///
-/// The first byte of an input chooses the target, the second the settings; the rest is the file. libFuzzer's own main
-/// also replays a find: fuzz_convert FILE.
+/// The first byte of an input chooses the target and the name, the second the settings; the rest is the file.
+/// libFuzzer's own main also replays a find: fuzz_convert FILE.
 #include <unistd.h>
 #include <utf8.h>
 
@@ -91,7 +91,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::u16string& target = formats[data[0] % formats.size()];
   const MOVASettings settings = settingsFor(data[1]);
 
-  const fs::path input = folder() / "input";
+  // Some formats go by the name.
+  constexpr const char* names[] = {"input", "input.cap", "input.itt", "input.stl", "input.xml", "input"};
+  const fs::path input = folder() / names[data[0] / formats.size()];
   std::ofstream(input, std::ios::binary)
       .write(reinterpret_cast<const char*>(data + 2), static_cast<std::streamsize>(size - 2));
   const fs::path outputs = folder() / "out";
