@@ -373,6 +373,7 @@ struct Item {
   WString start;
   WString end;
   WString text;
+  WString MarkedText() const { return replaceAll(text, u"\r\n", lineBreakMark); }
 };
 
 WString itemMarkup(const Item& item) {
@@ -397,7 +398,7 @@ WString printedItem(const Item& item) {
   // The first value is that of the parameter "part1", on purpose; the text parameter keeps "[TEXT]".
   XMLElement* value = findElementDeep(element, "value");
   setText(*value, item.text);
-  appendXmlFragment(*value, replaceAll(item.text, u"\r\n", lineBreakMark));
+  appendXmlFragment(*value, item.MarkedText());
 
   WString text = documentToText(document);
   text.resize(text.rfind(u"</track>"));
@@ -439,8 +440,7 @@ class ItemPrinter {
 
   void AppendTo(WString& out, const Item& item) const {
     if (text_.empty()) return;
-    const WString contents[] = {item.number, item.start, item.end,
-                                printedText(replaceAll(item.text, u"\r\n", lineBreakMark))};
+    const WString contents[] = {item.number, item.start, item.end, printedText(item.MarkedText())};
     size_t position = 0;
     for (size_t i = 0; i < places_.size(); ++i) {
       out.append(text_, position, places_[i] - position);
@@ -466,7 +466,7 @@ void appendItems(WString& out, const Subtitle& subtitle) {
     const Item item = {styleOf(paragraph->Text), intToWStr(++number, u"%d"), framesOf(paragraph->StartTime),
                        framesOf(paragraph->EndTime), removeHtmlTags(cText(paragraph->Text))};
     out.resize(trimEndView(out).size());  // without the line break and indent behind the item before
-    if (fontHoldsNumber || holdsElement(item.text)) {
+    if (fontHoldsNumber || holdsElement(item.MarkedText())) {
       out += printedItem(item);
     } else {
       printers.try_emplace(item.style, item.style).first->second.AppendTo(out, item);

@@ -230,7 +230,9 @@ TEST(FinalCutProXml, WritesOtherTagsTwice) {
   // The text as it stands, its line breaks too, and behind it the first element that it parses to.
   EXPECT_EQ(writtenValue(u"<span>a\r\nb</span>"),
             "<value><span>a\r\nb</span><span>a&#13;b</span>\n                                </value>");
-  // What can't be parsed is written once.
+  // What can't be parsed is written once; line breaks are marks by then.
+  EXPECT_EQ(writtenValue(u"<x\r\ny='1'/>"), "<value><x&#13;y='1'/></value>");
+  EXPECT_EQ(writtenValue(u"<x/>\r\n"), "<value><x/>&#13;</value>");
   EXPECT_EQ(writtenValue(u"<font color=\"red\">a\r\nb</font>"), "<value><font color=\"red\">a&#13;b</value>");
 }
 
