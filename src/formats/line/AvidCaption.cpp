@@ -47,7 +47,8 @@ WString AvidCaption::WriteText(const Subtitle& subtitle, const WString&) {
     result += u"\r\n";
   }
   result += endMarker;
-  return result += u"\r\n";
+  result += u"\r\n";
+  return result;
 }
 
 void AvidCaption::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

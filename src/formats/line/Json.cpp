@@ -27,7 +27,8 @@ WString Json::WriteText(const Subtitle& subtitle, const WString&) {
     result += jsonEscapeText(paragraph->Text);
     result += uR"("})";
   }
-  return result += u']';
+  result += u']';
+  return result;
 }
 
 void Json::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

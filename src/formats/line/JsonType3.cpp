@@ -29,7 +29,8 @@ WString JsonType3::WriteText(const Subtitle& subtitle, const WString&) {
     result += doubleToWStr(paragraph->StartTime.TotalMilliseconds, u"%f");
     result += uR"(})";
   }
-  return result += u']';
+  result += u']';
+  return result;
 }
 
 void JsonType3::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

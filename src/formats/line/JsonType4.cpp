@@ -40,7 +40,8 @@ WString JsonType4::WriteText(const Subtitle& subtitle, const WString&) {
     result += jsonEscapeText(paragraph->Text);
     result += uR"(","ID":"","Language":"en"}})";
   }
-  return result += u']';
+  result += u']';
+  return result;
 }
 
 void JsonType4::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

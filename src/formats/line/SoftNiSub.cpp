@@ -112,7 +112,8 @@ WString SoftNiSub::WriteText(const Subtitle& subtitle, const WString&) {
     result += paragraph->EndTime.ToFrameString();
     result += u'\n';
   }
-  return result += tail;
+  result += tail;
+  return result;
 }
 
 void SoftNiSub::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

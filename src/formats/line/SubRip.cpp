@@ -131,7 +131,8 @@ WString SubRip::WriteText(const Subtitle& subtitle, const WString&) {
     result += u"\r\n\r\n";
   }
   result.resize(trimEndView(result).size());  // Every block begins with its number: nothing is to be trimmed in front.
-  return result += u"\r\n\r\n";
+  result += u"\r\n\r\n";
+  return result;
 }
 
 void SubRip::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {

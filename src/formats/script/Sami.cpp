@@ -354,7 +354,8 @@ WString Sami::Write(const Subtitle& subtitle, WStringView title, const Form& for
     const bool touchesNext = !isLast && std::abs(subtitle.Paragraphs[i + 1]->StartTime.TotalMilliseconds - end) < 1.0;
     if (!touchesNext) AppendSync(result, end, className, u"&nbsp;", form);
   }
-  return result += u"</BODY>\r\n</SAMI>";
+  result += u"</BODY>\r\n</SAMI>";
+  return result;
 }
 
 void Sami::AppendSync(WString& out, double time, WStringView className, WStringView text, const Form& form) {
