@@ -1,8 +1,8 @@
-#include "unit/formats/Captions.h"
 #include "formats/xml/TimedText200604.h"
 #include "formats/xml/TimedText200604ttml.h"
 #include "formats/xml/TimedText200604xml.h"
 #include "formats/xml/TimedTextTime.h"
+#include "unit/formats/Captions.h"
 
 namespace mova {
 namespace {
