@@ -138,6 +138,7 @@ WString SubRip::WriteText(const Subtitle& subtitle, const WString&) {
 void SubRip::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) {
   _paragraph = std::make_unique<Paragraph>();
   _expecting = ExpectingNumber;
+  _hasBlankLines = false;
   ErrorCount = 0;
   subtitle.Paragraphs.clear();
   bool renumber = false;
@@ -156,7 +157,9 @@ void SubRip::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&
     subtitle.Paragraphs.push_back(std::move(_paragraph));
   }
 
-  for (auto& paragraph : subtitle.Paragraphs) replaceAllInPlace(paragraph->Text, u"\r\n\r\n", u"\r\n");
+  if (_hasBlankLines) {
+    for (auto& paragraph : subtitle.Paragraphs) replaceAllInPlace(paragraph->Text, u"\r\n\r\n", u"\r\n");
+  }
   if (renumber) subtitle.Renumber(1);
   if (_lastParagraph && _lastParagraph != &_lastOfEarlierLoad) {
     _lastOfEarlierLoad = *_lastParagraph;
@@ -193,6 +196,7 @@ void SubRip::ReadNumber(WStringView line, WStringView nextNext) {
     WString& text = _lastParagraph->Text;
     text += u"\r\n";
     text += trimmed;
+    _hasBlankLines = true;
     text.erase(0, text.size() - trimStartView(text).size());
   }
 }
@@ -218,6 +222,7 @@ void SubRip::ReadTextLine(WStringView line) {
   text += line;
   for (size_t i = begin; i < text.size(); ++i) text[i] = text[i] == 0 ? u' ' : text[i];
   text.resize(begin + trimEndView(WStringView(text).substr(begin)).size());
+  if (text.size() == begin) _hasBlankLines = true;  // a line of zero units
 }
 
 void SubRip::ReadBlankLineOfText(Subtitle& subtitle, WStringView line, WStringView next) {
@@ -225,6 +230,7 @@ void SubRip::ReadBlankLineOfText(Subtitle& subtitle, WStringView line, WStringVi
   WString& text = _paragraph->Text;
   if (!trimView(next).empty() && !blockFollows) {  // A blank line within the text.
     if (!text.empty()) text += u"\r\n";
+    _hasBlankLines = true;
     return;
   }
   if (!line.empty() || !text.empty() || blockFollows) {

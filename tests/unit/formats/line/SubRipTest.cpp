@@ -204,6 +204,11 @@ TEST(SubRip, TurnsZeroUnitsOfATextIntoBlanks) {
             (Captions{{1, 1000, 2000, u"a b"}}));
 }
 
+TEST(SubRip, JoinsTheBlankLineThatALineOfZeroUnitsLeaves) {
+  EXPECT_EQ(load({u"1", u"00:00:01,000 --> 00:00:02,000", u"a", WStringView(u"\0\0", 2), u"b", u""}).captions,
+            (Captions{{1, 1000, 2000, u"a\r\nb"}}));
+}
+
 TEST(SubRip, ReadsNumbersUpToTheLimitOf32Bits) {
   EXPECT_EQ(load({u"99999999999999999999", u"00:00:01,000 --> 00:00:02,000", u"Hi", u""}).captions,
             (Captions{{2147483647, 1000, 2000, u"Hi"}}));
