@@ -470,9 +470,8 @@ TEST_F(EbuTest, SurvivesEveryTruncationAndEveryChangedByte) {
                             tti("d\xC1");
   for (size_t size = 0; size <= whole.size(); ++size) EXPECT_LE(read(whole.substr(0, size)).Paragraphs.size(), 1u);
   for (size_t i = 0; i < whole.size(); ++i) {
-    // The header's text fields all go the same way; a few values of each byte do there.
-    for (int value = 0; value < 256; value += i >= 16 && i < 1024 ? 51 : 1) {
-      std::string changed = whole;
+    std::string changed = whole;
+    for (int value = 0; value < 256; ++value) {
       changed[i] = static_cast<char>(value);
       const Subtitle subtitle = read(changed);
       EXPECT_LE(subtitle.Paragraphs.size(), 2u);
