@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -201,13 +200,6 @@ std::optional<std::string> readFile(const char* path) {
   return bytes;
 }
 
-/// Which of the ASCII units stand in the lines; what is behind them all is not told apart.
-std::array<bool, 129> asciiUnitsOf(const Lines& lines) {
-  std::array<bool, 129> stands{};
-  for (char16_t unit : lines.Units()) stands[unit < 128 ? unit : 128] = true;
-  return stands;
-}
-
 }  // namespace
 
 Lines::Lines(WString units, std::vector<size_t> ends) : text_(std::make_shared<Text>()) {
@@ -223,7 +215,9 @@ Lines::Lines(std::initializer_list<WStringView> lines) : Lines() {
 }
 
 bool Lines::Contains(char16_t unit) const {
-  return Derived<&asciiUnitsOf>()[unit];
+  const auto [known, isNew] = text_->contained.try_emplace(unit);
+  if (isNew) known->second = findUnit(Units(), unit) != WStringView::npos;
+  return known->second;
 }
 
 WString Lines::Joined(WStringView separator) const {

@@ -32,7 +32,7 @@ class Lines {
 
   /// All lines with nothing between them. Valid for as long as any copy of the list lives.
   WStringView Units() const { return WStringView(text_->units).substr(0, empty() ? 0 : text_->ends.back()); }
-  /// Whether the ASCII unit stands in any line. All units are looked at once, for all formats that ask.
+  /// Whether the unit stands in any line. Looked for once, for all formats that ask.
   bool Contains(char16_t unit) const;
 
   /// All lines joined with `separator` behind each but the last.
@@ -53,6 +53,7 @@ class Lines {
     WString units;
     std::vector<size_t> ends;
     std::map<const void*, std::shared_ptr<const void>> derived;
+    std::map<char16_t, bool> contained;
   };
   template <auto Make>
   static constexpr char derivedKey = 0;

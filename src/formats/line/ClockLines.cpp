@@ -7,7 +7,10 @@ namespace {
 
 bool isClockLine(WStringView line) {
   line = trimView(line);
-  return line.size() >= 23 && line[2] == u':' && (line[8] == u':' || line[8] == u'.');
+  if (line.size() < 23 || line[2] != u':') return false;
+  // The unit behind the first time: two digits follow a ":", three a ".".
+  const char16_t gap = line[8] == u':' ? line[11] : line[8] == u'.' ? line[12] : u'\0';
+  return gap == u' ' || gap == u'\t';
 }
 
 bool anyClockLine(const Lines& lines) {

@@ -5,9 +5,9 @@
 
 namespace mova {
 
-/// Whether any line, white space around it aside, begins as "00:00:00:00" or "00:00:00.000" do and is long enough for
-/// two such times: has ":" at unit 2, ":" or "." at unit 8, and 23 units. A file without one gives none of the formats
-/// that ask a paragraph; SubRip's lines have a comma there. Made once for all of them.
+/// Whether any line, white space around it aside, begins as "00:00:00:00 " or "00:00:00.000 " do, with a blank or a
+/// tab, and has the 23 units of two such times. A file without one gives none of the formats that ask a paragraph;
+/// SubRip's lines have a comma or a third digit there. Made once for all of them.
 bool holdClockLines(const Lines& lines);
 
 }  // namespace mova

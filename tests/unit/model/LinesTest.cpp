@@ -184,10 +184,11 @@ TEST(Lines, GivesAllTheirUnitsWithNothingBetweenTheLines) {
   EXPECT_EQ(decodeLines("first\nse\r\ncond", 0).Units(), u"second");
 }
 
-TEST(Lines, KnowTheAsciiUnitsThatStandInThem) {
+TEST(Lines, KnowTheUnitsThatStandInThem) {
   const Lines lines{u"a\t", u"\u0159", u"z"};
   EXPECT_TRUE(lines.Contains(u'\t'));
   EXPECT_TRUE(lines.Contains(u'z'));
+  EXPECT_TRUE(lines.Contains(u'\u0159'));
   EXPECT_FALSE(lines.Contains(u'Y'));  // the low byte of U+0159
   EXPECT_FALSE(Lines().Contains(u'a'));
 }
