@@ -1,6 +1,4 @@
 // The command `mova`.
-#include <malloc.h>
-
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -10,16 +8,13 @@
 
 #include "CommandLine.h"
 #include "Failure.h"
+#include "Heap.h"
 #include "Text.h"
 
 using namespace mova::cli;
 
 int main(int argc, char** argv) {
-  // Lines, captions and output of a conversion are built up and let go of by the megabyte. Memory that is kept is used
-  // again; memory that was given back costs a page fault for every 4 KB.
-  mallopt(M_MMAP_THRESHOLD, 1 << 30);
-  mallopt(M_TRIM_THRESHOLD, 1 << 30);
-  mallopt(M_TOP_PAD, 1 << 24);
+  prepareHeap();
   // Beyond a size limit a write is to fail, so that the command can tell of it.
   std::signal(SIGXFSZ, SIG_IGN);
   int status = 0;
