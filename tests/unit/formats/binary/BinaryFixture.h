@@ -7,8 +7,11 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
+#include "formats/line/SubRip.h"
 #include "model/GlobalSettings.h"
+#include "model/Subtitle.h"
 #include "movautil/WideString.h"
 
 namespace mova {
@@ -29,5 +32,32 @@ class BinaryFormatTest : public testing::Test {
 
   std::filesystem::path folder_;
 };
+
+/// Converts a file to SubRip. `load` fills a subtitle from bytes; it gets a copy of the exact size, so that the
+/// sanitizers see a read behind it.
+template <typename Load>
+void convertBytes(const std::string& bytes, const Load& load) {
+  const std::vector<unsigned char> exact(bytes.begin(), bytes.end());
+  Subtitle subtitle;
+  load(subtitle, exact);
+  EXPECT_GE(SubRip().WriteText(subtitle, u"").size(), subtitle.Paragraphs.size());
+}
+
+template <typename Load>
+void convertEveryTruncation(const std::string& whole, const Load& load) {
+  for (size_t size = 0; size <= whole.size(); ++size) convertBytes(whole.substr(0, size), load);
+}
+
+/// Changes each byte from `begin` up to `end` to every value.
+template <typename Load>
+void convertEveryChange(const std::string& whole, size_t begin, size_t end, const Load& load) {
+  for (size_t i = begin; i < end; ++i) {
+    std::string changed = whole;
+    for (int value = 0; value < 256; ++value) {
+      changed[i] = static_cast<char>(value);
+      convertBytes(changed, load);
+    }
+  }
+}
 
 }  // namespace mova
