@@ -21,6 +21,7 @@ class CommandLine {
  private:
   [[noreturn]] void refuseCommand(const std::string& name);
   void addConvert();
+  void addManyFiles(CLI::App* command);
   void addDetect();
   void addFormats();
 

@@ -2,15 +2,18 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <utility>
 
 #include "Failure.h"
+#include "FileDescriptor.h"
 #include "Text.h"
 
 namespace fs = std::filesystem;
@@ -24,21 +27,22 @@ constexpr size_t kLongestPath = 260;
 
 constexpr std::string_view kStandardOutput = "/dev/stdout";
 
-class FileDescriptor {
- public:
-  explicit FileDescriptor(int fd) : fd_(fd) {}
-  FileDescriptor(const FileDescriptor&) = delete;
-  FileDescriptor& operator=(const FileDescriptor&) = delete;
-  ~FileDescriptor() {
-    if (fd_ >= 0) ::close(fd_);
-  }
-  bool isOpen() const { return fd_ >= 0; }
-  int get() const { return fd_; }
-  /// Some file systems tell only here that bytes were lost.
-  bool close() { return ::close(std::exchange(fd_, -1)) == 0; }
+/// No caption file comes near it, and a pipe that never ends is to be noticed before the memory is full.
+constexpr size_t kLongestStandardInput = size_t{1} << 30;
 
- private:
-  int fd_;
+/// See noteTemporaryFile().
+char* temporaryNote = nullptr;
+
+/// Notes names of temporary files; at its end there is none.
+class TemporaryNote {
+ public:
+  TemporaryNote() = default;
+  TemporaryNote(const TemporaryNote&) = delete;
+  TemporaryNote& operator=(const TemporaryNote&) = delete;
+  ~TemporaryNote() { set(""); }
+  void set(const std::string& name) {
+    if (temporaryNote && name.size() < PATH_MAX) std::memcpy(temporaryNote, name.c_str(), name.size() + 1);
+  }
 };
 
 /// Keeps the usual signals waiting, so that an interrupted command leaves no temporary file behind.
@@ -59,7 +63,7 @@ class SignalsHeld {
 };
 
 [[noreturn]] void refuseInput(const std::string& path, const std::string& reason) {
-  throw Failure(kNoInput, fmt::format("{}: {}", printable(path), reason));
+  throw Failure(kNoInput, fmt::format("{}: {}", shownInput(path), reason));
 }
 
 [[noreturn]] void refuseOutput(const std::string& path, const std::string& reason) {
@@ -74,14 +78,33 @@ bool sameFile(const struct stat& a, const struct stat& b) {
   return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
-/// Writes all bytes; false leaves the reason in errno.
-bool writeAll(int fd, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(fd, bytes.data(), bytes.size());
-    if (written < 0 && errno != EINTR) return false;
-    if (written > 0) bytes.remove_prefix(static_cast<size_t>(written));
+/// Copies what is left of a stream.
+void copyAll(int from, int to) {
+  std::string buffer(1 << 16, '\0');
+  for (size_t total = 0;;) {
+    const ssize_t count = ::read(from, buffer.data(), buffer.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) refuseInput("-", "can't be read: " + lastError());
+    if (count == 0) return;
+    total += static_cast<size_t>(count);
+    if (total > kLongestStandardInput) refuseInput("-", "is longer than 1 GiB; no caption file is");
+    if (!writeAll(to, {buffer.data(), static_cast<size_t>(count)})) refuseInput("-", "can't be kept: " + lastError());
   }
-  return true;
+}
+
+/// Puts a file in memory in place of standard input: the library reads a file more than once.
+Input takeStandardInput() {
+  struct stat original {};
+  if (::fstat(STDIN_FILENO, &original) != 0) refuseInput("-", "can't be read: " + lastError());
+  const FileDescriptor copy(::memfd_create("mova", MFD_CLOEXEC));
+  if (!copy.isOpen()) refuseInput("-", "can't be kept: " + lastError());
+  copyAll(STDIN_FILENO, copy.get());
+  ::dup2(copy.get(), STDIN_FILENO);
+  Input input{"/dev/stdin", {}};
+  ::fstat(copy.get(), &input.file);
+  input.file.st_dev = original.st_dev;  // It is still the file that a redirection named.
+  input.file.st_ino = original.st_ino;
+  return input;
 }
 
 /// The file that a chain of links ends at, whether it exists or not; so an output that is a link stays one.
@@ -95,9 +118,10 @@ fs::path followLinks(fs::path path) {
 }
 
 /// Creates a file of a new name in the directory of `path`. It gets the rights that a new file has there.
-std::pair<int, std::string> createBeside(const fs::path& path) {
+std::pair<int, std::string> createBeside(const fs::path& path, TemporaryNote& note) {
   for (int attempt = 0;; ++attempt) {
     std::string name = path.parent_path() / fmt::format(".mova-{}-{}", getpid(), attempt);
+    note.set(name);
     const int fd = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (fd >= 0 || errno != EEXIST) return {fd, std::move(name)};
   }
@@ -113,7 +137,17 @@ void copyRights(int fd, const struct stat& from) {
 
 }  // namespace
 
-struct stat checkInput(const std::string& path) {
+bool writeAll(int fd, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(fd, bytes.data(), bytes.size());
+    if (written < 0 && errno != EINTR) return false;
+    if (written > 0) bytes.remove_prefix(static_cast<size_t>(written));
+  }
+  return true;
+}
+
+Input openInput(const std::string& path) {
+  if (path == "-") return takeStandardInput();
   if (path.empty()) throw Failure(kNoInput, "the name of the input is empty");
   if (!toUtf16(path)) refuseInput(path, "the name is not UTF-8; rename the file or link to it by another name");
   if (path.size() >= kLongestPath) {
@@ -127,12 +161,12 @@ struct stat checkInput(const std::string& path) {
   if (!file.isOpen() || ::fstat(file.get(), &status) != 0) refuseInput(path, "can't be opened: " + lastError());
   if (S_ISDIR(status.st_mode)) refuseInput(path, "is a directory; name a caption file in it");
   if (!S_ISREG(status.st_mode)) refuseInput(path, "is a device or a pipe; save its content to a file first");
-  return status;
+  return {path, status};
 }
 
-Destination chooseDestination(const std::string& input, const struct stat& inputFile, const std::string& output,
-                              const Format& target) {
-  const fs::path stem = fs::path(input).stem();
+Destination chooseDestination(const Input& input, const std::string& output, const Format& target) {
+  if (output == "-") return {std::string(kStandardOutput), true};
+  const fs::path stem = fs::path(input.path).stem();
   fs::path path = output;
   struct stat existing {};
   const bool exists = !output.empty() && ::stat(output.c_str(), &existing) == 0;
@@ -148,19 +182,19 @@ Destination chooseDestination(const std::string& input, const struct stat& input
     if (!path.has_extension()) path += target.extension;
     return {path};
   }
-  path = fs::path(input).parent_path() / stem;
+  path = fs::path(input.path).parent_path() / stem;
   struct stat beside {};
-  const bool isInput = ::stat((path.string() + target.extension).c_str(), &beside) == 0 && sameFile(beside, inputFile);
+  const bool isInput = ::stat((path.string() + target.extension).c_str(), &beside) == 0 && sameFile(beside, input.file);
   if (isInput) path += ".converted";
   return {path += target.extension};
 }
 
-void refuseInputAsOutput(const std::string& path, const std::string& input, const struct stat& inputFile) {
+void refuseInputAsOutput(const std::string& path, const std::string& name, const Input& input) {
   struct stat existing {};
-  if (::stat(path.c_str(), &existing) != 0 || !sameFile(existing, inputFile)) return;
-  const std::string what = path == input ? "" : fmt::format(" ({})", printable(path));
+  if (::stat(path.c_str(), &existing) != 0 || !sameFile(existing, input.file)) return;
+  const std::string what = path == name ? "" : fmt::format(" ({})", printable(path));
   throw Failure(kUsage, fmt::format("{}: the output{} would replace the input; name another with --output",
-                                    printable(input), what));
+                                    shownInput(name), what));
 }
 
 void writeFile(const std::string& name, std::string_view bytes) {
@@ -172,7 +206,8 @@ void writeFile(const std::string& name, std::string_view bytes) {
   if (exists && ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) refuseOutput(name, lastError());
 
   const SignalsHeld held;
-  auto [fd, temporary] = createBeside(path);
+  TemporaryNote note;
+  auto [fd, temporary] = createBeside(path, note);
   if (fd < 0) refuseOutput(name, errno == ENOENT ? "there is no such directory" : lastError());
   FileDescriptor file(fd);
   if (exists) copyRights(fd, existing);
@@ -181,6 +216,18 @@ void writeFile(const std::string& name, std::string_view bytes) {
     ::unlink(temporary.c_str());
     refuseOutput(name, reason);
   }
+}
+
+void noteTemporaryFile(char* note) {
+  temporaryNote = note;
+}
+
+void makeFoldersFor(const std::string& path) {
+  const fs::path folder = fs::path(path).parent_path();
+  std::error_code error;
+  if (folder.empty() || fs::is_directory(folder, error)) return;
+  fs::create_directories(folder, error);
+  if (error) refuseOutput(path, error.message());
 }
 
 void writeStream(const std::string& path, std::string_view bytes) {

@@ -10,28 +10,45 @@
 
 namespace mova::cli {
 
-/// The file can be handed to the library: it exists, is readable, a regular file, and has a path that the library can
-/// open. Throws a Failure with status kNoInput. Returns what is known of the file.
-struct stat checkInput(const std::string& path);
+/// A file that can be handed to the library.
+struct Input {
+  std::string path;
+  struct stat file;
+};
+
+/// `name` is the user's: a path, or "-" for standard input. The file exists, is readable, a regular file, and has a
+/// path that the library can open. Throws a Failure with status kNoInput.
+Input openInput(const std::string& name);
 
 /// Where an output goes.
 struct Destination {
   std::string path;
   /// The path is that of a device or pipe and is written to as it is; otherwise it is a file name with an extension.
   bool isStream = false;
+  /// The folders that the path goes through are to be made.
+  bool makeFolders = false;
 };
 
 /// The place that `output`, the text of --output, means for this input and target. Empty means beside the input. A
 /// directory means a file in it, which is named after the input.
-Destination chooseDestination(const std::string& input, const struct stat& inputFile, const std::string& output,
-                              const Format& target);
+Destination chooseDestination(const Input& input, const std::string& output, const Format& target);
 
-/// Throws a Failure with status kUsage if `path` is, by whatever name or link, the input.
-void refuseInputAsOutput(const std::string& path, const std::string& input, const struct stat& inputFile);
+/// Throws a Failure with status kUsage if `path` is, by whatever name or link, the input of that name.
+void refuseInputAsOutput(const std::string& path, const std::string& name, const Input& input);
 
 /// Writes the file as a whole or not at all: an existing one stays as it was until all bytes of the new one are there.
 /// Throws a Failure with status kCantCreate.
 void writeFile(const std::string& path, std::string_view bytes);
+
+/// Where writeFile() notes the name of its temporary file for as long as there is one, for a process that cleans up
+/// behind one that was killed. `note` has room for a path of PATH_MAX bytes; null ends it.
+void noteTemporaryFile(char* note);
+
+/// Makes the folders that `path` goes through. Throws a Failure with status kCantCreate.
+void makeFoldersFor(const std::string& path);
+
+/// Writes all bytes; false leaves the reason in errno.
+bool writeAll(int fd, std::string_view bytes);
 
 /// Writes to a device or pipe. Throws a Failure with status kCantCreate.
 void writeStream(const std::string& path, std::string_view bytes);

@@ -60,20 +60,47 @@ Outcome outcomeOf(const std::string& input, Steps steps) {
     outcome.message = failure.what();
   } catch (const std::bad_alloc&) {
     outcome.status = kSoftware;
-    outcome.message = fmt::format("{}: there is not enough memory to convert it", printable(input));
+    outcome.message = fmt::format("{}: there is not enough memory to convert it", shownInput(input));
   } catch (const std::exception& exception) {
     outcome.status = kSoftware;
-    outcome.message = fmt::format("{}: the conversion failed: {}", printable(input), exception.what());
+    outcome.message = fmt::format("{}: the conversion failed: {}", shownInput(input), exception.what());
   }
   return outcome;
 }
 
 std::string unrecognised(const std::string& input, const struct stat& file, const MOVASettings& settings) {
-  if (file.st_size == 0) return fmt::format("{}: the file is empty", printable(input));
+  if (file.st_size == 0) return fmt::format("{}: the file is empty", shownInput(input));
   std::string message =
-      fmt::format("{}: not in any format that can be read (mova formats lists them)", printable(input));
+      fmt::format("{}: not in any format that can be read (mova formats lists them)", shownInput(input));
   if (settings.CodePage == 0) message += "; is it text in an old encoding? Name that, as in --set CodePage=1251";
   return message;
+}
+
+void convert(Outcome& outcome, const Input& source, const Destination& destination, const Format& target,
+             const MOVASettings& settings) {
+  const std::string& input = outcome.input;
+  const Conversion conversion =
+      callLibrary(source.path, target.name, destination.isStream ? "" : destination.path, settings);
+  outcome.status = static_cast<int>(conversion.code);
+  outcome.format = toUtf8(conversion.recognizedFormat);
+  outcome.captions = conversion.captions;
+  if (conversion.code == 2) {
+    outcome.message = unrecognised(input, source.file, settings);
+    return;
+  }
+
+  const std::string path = destination.isStream ? destination.path : toUtf8(conversion.outputPath);
+  refuseInputAsOutput(path, input, source);
+  if (destination.makeFolders) makeFoldersFor(path);
+  destination.isStream ? writeStream(path, conversion.bytes) : writeFile(path, conversion.bytes);
+  outcome.output = path;
+  if (conversion.code == 1) {
+    outcome.message = fmt::format("{}: there is nothing to write as {}; {} is empty", shownInput(input), target.name,
+                                  printable(path));
+  } else if (!target.canWrite) {
+    outcome.message = fmt::format("{}: {} can only be read; {} holds a notice instead of captions", shownInput(input),
+                                  target.name, printable(path));
+  }
 }
 
 }  // namespace
@@ -81,43 +108,30 @@ std::string unrecognised(const std::string& input, const struct stat& file, cons
 Outcome convertOne(const std::string& input, const Format& target, const std::string& output,
                    const MOVASettings& settings) {
   return outcomeOf(input, [&](Outcome& outcome) {
-    const struct stat file = checkInput(input);
-    const Destination destination = chooseDestination(input, file, output, target);
-    const Conversion conversion =
-        callLibrary(input, target.name, destination.isStream ? "" : destination.path, settings);
-    outcome.status = static_cast<int>(conversion.code);
-    outcome.format = toUtf8(conversion.recognizedFormat);
-    outcome.captions = conversion.captions;
-    if (conversion.code == 2) {
-      outcome.message = unrecognised(input, file, settings);
-      return;
-    }
+    const Input source = openInput(input);
+    convert(outcome, source, chooseDestination(source, output, target), target, settings);
+  });
+}
 
-    const std::string path = destination.isStream ? destination.path : toUtf8(conversion.outputPath);
-    refuseInputAsOutput(path, input, file);
-    destination.isStream ? writeStream(path, conversion.bytes) : writeFile(path, conversion.bytes);
-    outcome.output = path;
-    if (conversion.code == 1) {
-      outcome.message = fmt::format("{}: there is nothing to write as {}; {} is empty", printable(input), target.name,
-                                    printable(path));
-    } else if (!target.canWrite) {
-      outcome.message = fmt::format("{}: {} can only be read; {} holds a notice instead of captions", printable(input),
-                                    target.name, printable(path));
-    }
+Outcome convertTo(const std::string& path, const std::string& input, const Format& target,
+                  const MOVASettings& settings) {
+  return outcomeOf(input, [&](Outcome& outcome) {
+    const Input source = openInput(input);
+    convert(outcome, source, {path, false, true}, target, settings);
   });
 }
 
 Outcome detectOne(const std::string& input) {
   return outcomeOf(input, [&](Outcome& outcome) {
-    const struct stat file = checkInput(input);
+    const Input source = openInput(input);
     const MOVASettings settings = getDefaultSettings();
     // No format has an empty name: the file is loaded, and nothing is made of it.
-    const Conversion conversion = callLibrary(input, "", "", settings);
+    const Conversion conversion = callLibrary(source.path, "", "", settings);
     outcome.format = toUtf8(conversion.recognizedFormat);
     outcome.captions = conversion.captions;
     if (conversion.code == 2) {
       outcome.status = 2;
-      outcome.message = unrecognised(input, file, settings);
+      outcome.message = unrecognised(input, source.file, settings);
     }
   });
 }

@@ -10,7 +10,7 @@
 namespace mova::cli {
 
 struct Outcome {
-  std::string input;
+  std::string input;   ///< as the user named it; "-" is standard input
   std::string format;  ///< the format that recognised the input; empty if none did
   size_t captions = 0;
   std::string output;   ///< the path that was written; empty if none was
@@ -21,6 +21,10 @@ struct Outcome {
 /// Converts one file. `output` is the text of --output, empty if there is none. Failures are told by the outcome.
 Outcome convertOne(const std::string& input, const Format& target, const std::string& output,
                    const MOVASettings& settings);
+
+/// The same with `path` as the output, which has the target's extension; the folders that it goes through are made.
+Outcome convertTo(const std::string& path, const std::string& input, const Format& target,
+                  const MOVASettings& settings);
 
 /// Finds out the format of one file. Failures are told by the outcome.
 Outcome detectOne(const std::string& input);

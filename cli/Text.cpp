@@ -85,6 +85,10 @@ std::string printable(std::string_view text) {
   return result;
 }
 
+std::string shownInput(std::string_view input) {
+  return input == "-" ? "standard input" : printable(input);
+}
+
 void printLine(std::FILE* stream, const std::string& line) {
   std::fputs((line + "\n").c_str(), stream);
 }

@@ -25,6 +25,9 @@ std::vector<std::string> nearestNames(std::string_view wanted, const std::vector
 /// A name for a message: control characters, which could break the line or the terminal, become "?".
 std::string printable(std::string_view text);
 
+/// An input as messages call it.
+std::string shownInput(std::string_view input);
+
 /// Writes a line. A failure stays in the stream's error flag; nothing is thrown.
 void printLine(std::FILE* stream, const std::string& line);
 /// Tells the user something that went wrong, on standard error.

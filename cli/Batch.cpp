@@ -1,0 +1,290 @@
+#include "Batch.h"
+
+#include <fmt/format.h>
+#include <sched.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <deque>
+#include <filesystem>
+#include <thread>
+
+#include "Failure.h"
+#include "Inputs.h"
+#include "Job.h"
+#include "Progress.h"
+#include "Results.h"
+#include "Text.h"
+#include "Workers.h"
+
+namespace mova::cli {
+
+namespace {
+
+/// So many results may wait for one before them. A file that takes long holds up no other before that.
+constexpr size_t kWindow = 4096;
+
+constexpr auto kDefaultTimeout = std::chrono::seconds(60);
+
+size_t usableCores() {
+  cpu_set_t cores;
+  return ::sched_getaffinity(0, sizeof cores, &cores) == 0 ? static_cast<size_t>(CPU_COUNT(&cores)) : 1;
+}
+
+WorkerLimits chooseLimits(const ConvertOptions& options) {
+  Clock::duration time = kDefaultTimeout;
+  if (options.timeout) {
+    time = std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(*options.timeout));
+  }
+  return {time, options.memory};
+}
+
+ProgressForm chooseProgress(const ConvertOptions& options) {
+  if (options.progress) return ProgressForm::kLines;
+  const char* terminal = std::getenv("TERM");
+  const bool canDraw = ::isatty(STDERR_FILENO) && terminal && std::string_view(terminal) != "dumb";
+  return canDraw && !options.quiet ? ProgressForm::kBar : ProgressForm::kNone;
+}
+
+/// What a worker finds out, as bytes for its parent: the fields with zero bytes between them.
+std::string pack(const Outcome& outcome) {
+  return fmt::format("{}{zero}{}{zero}{}{zero}{}{zero}{}", outcome.status, outcome.captions, outcome.format,
+                     outcome.output, outcome.message, fmt::arg("zero", '\0'));
+}
+
+void unpack(std::string_view bytes, Outcome& outcome) {
+  const auto next = [&bytes] {
+    const std::string_view field = bytes.substr(0, bytes.find('\0'));
+    bytes.remove_prefix(std::min(bytes.size(), field.size() + 1));
+    return field;
+  };
+  const auto number = [&next](auto& value) {
+    const std::string_view field = next();
+    std::from_chars(field.data(), field.data() + field.size(), value);
+  };
+  number(outcome.status);
+  number(outcome.captions);
+  outcome.format = next();
+  outcome.output = next();
+  outcome.message = next();
+}
+
+/// The output is there as a whole, and was written after the input. An empty one is what a failure may have left.
+bool isUpToDate(const std::string& output, const std::string& input) {
+  struct stat written {};
+  struct stat read {};
+  if (::stat(output.c_str(), &written) != 0 || ::stat(input.c_str(), &read) != 0) return false;
+  const auto before = [](const timespec& a, const timespec& b) {
+    return a.tv_sec != b.tv_sec ? a.tv_sec < b.tv_sec : a.tv_nsec < b.tv_nsec;
+  };
+  return S_ISREG(written.st_mode) && S_ISREG(read.st_mode) && written.st_size > 0 &&
+         !before(written.st_mtim, read.st_mtim);
+}
+
+/// The file of --report.
+class Report {
+ public:
+  explicit Report(const std::optional<std::string>& path) : path_(path) {
+    if (path_ && !(file_ = std::fopen(path_->c_str(), "we"))) refuse();
+  }
+  Report(const Report&) = delete;
+  Report& operator=(const Report&) = delete;
+  ~Report() {
+    if (file_) std::fclose(file_);
+  }
+  void add(const std::string& line) {
+    if (!file_) return;
+    printLine(file_, line);
+    std::fflush(file_);  // What has been done stands there, whatever comes.
+  }
+  /// The reason why it is not whole.
+  void check() {
+    if (file_ && std::ferror(file_)) refuse();
+  }
+
+ private:
+  [[noreturn]] void refuse() const {
+    throw Failure(kCantCreate,
+                  fmt::format("{}: the report can't be written: {}", printable(*path_), std::strerror(errno)));
+  }
+  std::optional<std::string> path_;
+  std::FILE* file_ = nullptr;
+};
+
+class BatchRun {
+ public:
+  BatchRun(const ConvertOptions& options, const Format& target, const MOVASettings& settings, InputList& inputs)
+      : options_(options),
+        target_(target),
+        settings_(settings),
+        inputs_(inputs),
+        report_(options.report),
+        workers_(options.jobs.value_or(usableCores()), chooseLimits(options)),
+        progressForm_(chooseProgress(options)),
+        progress_(progressForm_) {
+    tally_.total = inputs.size();
+  }
+
+  int run() {
+    do {
+      startWork();
+      if (auto ended = workers_.wait(workers_.areIdle() ? Clock::now() : progress_.due())) finish(*ended);
+      tellResults();
+      progress_.show(tally_);
+    } while (workers_.interruption() == 0 && !(workers_.areIdle() && !hasNext_ && window_.empty()));
+    progress_.hide();
+    if (workers_.interruption() != 0) tellInterruption();
+    report_.check();
+    if (!options_.quiet && !options_.json) printMessage(describeTally(tally_));
+    return worst_;
+  }
+
+  int interruption() const { return workers_.interruption(); }
+
+ private:
+  struct Result {
+    Outcome outcome;
+    bool isThere = false;
+    bool isSkipped = false;
+  };
+
+  void startWork() {
+    while (!workers_.areFull() && window_.size() < kWindow) {
+      if (!next_) next_ = inputs_.next();
+      hasNext_ = next_.has_value();
+      if (!hasNext_ || !startNext()) return;
+      next_.reset();
+    }
+  }
+
+  /// False if there is no room for another process now.
+  bool startNext() {
+    Result result;
+    result.outcome.input = next_->path;
+    const std::string output = next_->outputPath(*options_.outputFolder, target_.extension);
+    if (options_.resume && isUpToDate(output, next_->path)) {
+      result.outcome.output = output;
+      result.isThere = result.isSkipped = true;
+    } else {
+      const auto work = [&] { return pack(convertTo(output, next_->path, target_, settings_)); };
+      if (!workers_.start(firstInWindow_ + window_.size(), work)) {
+        if (!workers_.areIdle()) return false;
+        result.outcome.status = kSoftware;
+        result.outcome.message =
+            fmt::format("{}: no process can be started for it: {}", printable(next_->path), std::strerror(errno));
+        result.isThere = true;
+      }
+    }
+    window_.push_back(std::move(result));
+    return true;
+  }
+
+  void finish(const Ended& ended) {
+    Result& result = window_[ended.task - firstInWindow_];
+    result.isThere = true;
+    if (ended.result) {
+      unpack(*ended.result, result.outcome);
+    } else {
+      result.outcome.status = kSoftware;
+      result.outcome.message = fmt::format("{}: {}", printable(result.outcome.input), ended.reason);
+    }
+  }
+
+  /// All that are there up to the first that is not.
+  void tellResults() {
+    while (!window_.empty() && window_.front().isThere) {
+      tell(window_.front());
+      window_.pop_front();
+      ++firstInWindow_;
+    }
+  }
+
+  void tell(const Result& result) {
+    const Outcome& outcome = result.outcome;
+    worst_ = std::max(worst_, outcome.status);
+    ++(result.isSkipped ? tally_.skipped : outcome.status == 0 ? tally_.converted : tally_.failed);
+    if (!outcome.message.empty()) {
+      progress_.hide();
+      printMessage(outcome.message);
+    }
+    if (options_.json || options_.report) tellPrograms(result);
+    if (!options_.json && outcome.message.empty() && !options_.quiet && progressForm_ == ProgressForm::kNone) {
+      printLine(stderr, result.isSkipped ? fmt::format("{}: skipped; {} is up to date", printable(outcome.input),
+                                                       printable(outcome.output))
+                                         : convertedLine(outcome, target_));
+    }
+  }
+
+  void tellPrograms(const Result& result) {
+    Json json = convertedJson(result.outcome, target_);
+    json["skipped"] = result.isSkipped;
+    const std::string line = oneLine(json);
+    report_.add(line);
+    if (!options_.json) return;
+    progress_.hide();
+    printLine(stdout, line);
+    std::fflush(stdout);  // Else a worker would have the line, too.
+  }
+
+  /// Results that waited for one before them are told now.
+  void tellInterruption() {
+    for (const Result& result : window_) {
+      if (result.isThere) tell(result);
+    }
+    printMessage(fmt::format("interrupted after {} of {} files; the same command with --resume goes on", tally_.done(),
+                             tally_.total));
+  }
+
+  const ConvertOptions& options_;
+  const Format& target_;
+  const MOVASettings& settings_;
+  InputReader inputs_;
+  Report report_;
+  Workers workers_;
+  ProgressForm progressForm_;
+  Progress progress_;
+  Tally tally_;
+  std::optional<InputFile> next_;
+  bool hasNext_ = true;
+  std::deque<Result> window_;
+  uint64_t firstInWindow_ = 0;
+  int worst_ = 0;
+};
+
+void makeOutputFolder(const std::string& folder) {
+  std::error_code error;
+  if (!std::filesystem::is_directory(folder, error)) std::filesystem::create_directories(folder, error);
+  if (error) throw Failure(kCantCreate, fmt::format("{}: can't be made: {}", printable(folder), error.message()));
+}
+
+/// So that whoever started the command learns of the signal.
+[[noreturn]] void endBySignal(int signal) {
+  std::signal(signal, SIG_DFL);
+  std::raise(signal);
+  std::exit(128 + signal);
+}
+
+}  // namespace
+
+int convertBatch(const ConvertOptions& options, const Format& target, const MOVASettings& settings) {
+  if (options.outputFolder->empty()) throw Failure(kUsage, "--output-dir is empty: name a folder");
+  InputList inputs = collectInputs({options.inputs, options.filesFrom, options.recursive, *options.outputFolder});
+  makeOutputFolder(*options.outputFolder);
+  int status = 0;
+  int interruption = 0;
+  {
+    BatchRun run(options, target, settings, inputs);
+    status = run.run();
+    interruption = run.interruption();
+  }
+  if (interruption != 0) endBySignal(interruption);
+  return status;
+}
+
+}  // namespace mova::cli
