@@ -18,6 +18,9 @@ class CommandLine {
   /// Does what the arguments ask for. Returns the exit status; arguments that make no sense end it by a Failure.
   int run(int argc, char** argv);
 
+  /// Every command with its options.
+  const CLI::App& table() const { return app_; }
+
  private:
   [[noreturn]] void refuseCommand(const std::string& name);
   void addConvert();

@@ -197,16 +197,24 @@ void assignField(MOVASettings& settings, std::string_view assignment) {
   }
 }
 
-std::string describeFields() {
+std::vector<FieldHelp> allFields() {
   const MOVASettings defaults = getDefaultSettings();
-  std::string text = "Fields for --set, with their defaults:\n";
+  std::vector<FieldHelp> fields;
   for (const Field& field : kFields) {
     if (field.help.empty()) continue;
     const std::string value = std::visit([&](auto member) { return shown(defaults.*member); }, field.member);
-    text += fmt::format("  {:<20} {}; default {}\n", field.name, field.help, value);
+    fields.push_back({field.name, field.help, value});
+  }
+  return fields;
+}
+
+std::string describeFields() {
+  std::string text = "Fields for --set, with their defaults:\n";
+  for (const FieldHelp& field : allFields()) {
+    text += fmt::format("  {:<20} {}; default {}\n", field.name, field.help, field.defaultValue);
   }
   text +=
-      "  Reserved0 to Reserved10 are accepted and read by nothing.\n"
+      "Reserved0 to Reserved10 are accepted and read by nothing.\n"
       "A colour is 0xAARRGGBB (alpha, red, green, blue; those of D-Cinema 0xBBGGRRAA) or a decimal number; a switch "
       "is\n"
       "true, false, 1 or 0. With a code page the first line of the input is skipped; the known ones are\n";

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "mova/mova.h"
 
@@ -11,6 +12,15 @@ namespace mova::cli {
 /// Sets one field from "FIELD=VALUE"; the case of FIELD is ignored. Throws a Failure with status kUsage that tells what
 /// is wrong: the form, the name or the value.
 void assignField(MOVASettings& settings, std::string_view assignment);
+
+/// A field that the library reads, as helps tell of it.
+struct FieldHelp {
+  std::string_view name;
+  std::string_view help;
+  std::string defaultValue;
+};
+
+std::vector<FieldHelp> allFields();
 
 /// The list of all fields with what they hold, their defaults and units, for --help.
 std::string describeFields();

@@ -94,5 +94,9 @@ lib/pkgconfig/mova.pc
 END
   diff <(component command) - <<END
 bin/mova
+share/bash-completion/completions/mova
+share/fish/vendor_completions.d/mova.fish
+share/man/man1/mova.1
+share/zsh/site-functions/_mova
 END
 }
