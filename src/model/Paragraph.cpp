@@ -8,7 +8,7 @@ WString Paragraph::ToString() const {
   return StartTime.ToString() + u" --> " + EndTime.ToString() + u" " + Text;
 }
 
-const WString& Paragraph::ID() const {
+WStringView Paragraph::ID() const {
   if (id_.empty()) id_ = newGuid();
   return id_;
 }

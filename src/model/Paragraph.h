@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "model/RareText.h"
 #include "model/TimeCode.h"
 #include "movautil/WideString.h"
 
@@ -19,7 +20,7 @@ struct Paragraph {
 
   /// The caption's identifier, in the form of newGuid(). It is drawn when it is first asked for: drawing one for every
   /// paragraph of every trial would cost more than reading the file. A copy taken later bears the same one.
-  const WString& ID() const;
+  WStringView ID() const;
 
   int32_t Number = 0;
   WString Text;  ///< Lines are separated by CR LF; may hold tags such as "<i>" and brace codes such as "{\an8}".
@@ -28,16 +29,16 @@ struct Paragraph {
   int32_t StartFrame = 0;  ///< Set by Subtitle::CalculateFrameNumbers only.
   int32_t EndFrame = 0;    ///< Set by Subtitle::CalculateFrameNumbers only.
   bool Reserved = false;   ///< Copied with the paragraph, used by nothing.
-  WString Extra;           ///< Sub Station Alpha's Style column, SAMI's class, a summary in Timed Text.
+  RareText Extra;          ///< Sub Station Alpha's Style column, SAMI's class, a summary in Timed Text.
   bool IsComment = false;  ///< A Sub Station Alpha "Comment:" event.
-  WString Actor;           ///< Sub Station Alpha's Name column.
-  WString Effect;          ///< Sub Station Alpha's Effect column.
+  RareText Actor;          ///< Sub Station Alpha's Name column.
+  RareText Effect;         ///< Sub Station Alpha's Effect column.
   int32_t Layer = 0;       ///< Sub Station Alpha's layer.
-  WString Language;        ///< Timed Text: language of the enclosing division.
-  WString Style;           ///< Timed Text: style id of the paragraph.
+  RareText Language;       ///< Timed Text: language of the enclosing division.
+  RareText Style;          ///< Timed Text: style id of the paragraph.
 
  private:
-  mutable WString id_;
+  mutable RareText id_;
 };
 
 }  // namespace mova

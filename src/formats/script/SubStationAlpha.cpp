@@ -35,7 +35,7 @@ void appendSsaTime(WString& out, const TimeCode& time) {
 }
 
 void appendEvent(WString& out, const Paragraph& paragraph, WStringView style) {
-  const auto textOr = [](const WString& text, WStringView otherwise) { return text.empty() ? otherwise : cText(text); };
+  const auto textOr = [](WStringView text, WStringView otherwise) { return text.empty() ? otherwise : cText(text); };
   out += paragraph.IsComment ? u"Comment: Marked=" : u"Dialogue: Marked=";
   appendNumber(out, paragraph.Layer);
   out += u',';
@@ -136,9 +136,9 @@ WString SubStationAlpha::WriteText(const Subtitle& subtitle, const WString& titl
   for (const auto& paragraph : subtitle.Paragraphs) size += paragraph->Text.size() + 96;
   result.reserve(size);
   for (const auto& paragraph : subtitle.Paragraphs) {
-    const WString& style = paragraph->Extra;
+    const WStringView style = paragraph->Extra;
     const bool isKnown = !style.empty() && std::binary_search(styleNames.begin(), styleNames.end(), style);
-    appendEvent(result, *paragraph, isKnown ? style : WStringView(u"Default"));
+    appendEvent(result, *paragraph, isKnown ? style : u"Default");
   }
   result.resize(trimEndView(result).size());  // Every header begins with something that is not white space.
   return result;

@@ -112,7 +112,7 @@ WString ItunesTimedText::WriteText(const Subtitle& subtitle, const WString&) {
   const std::set<WString> regions = regionIds(document);
   const bool hasTop = regions.contains(u"top");
   const bool hasBottom = regions.contains(u"bottom");
-  std::set<WString> styleIds;
+  std::set<WString, std::less<>> styleIds;
   for (WString& id : getStyleIdsFromHeader(header)) styleIds.insert(std::move(id));
 
   const auto newParagraph = [&](size_t i) {
@@ -123,7 +123,7 @@ WString ItunesTimedText::WriteText(const Subtitle& subtitle, const WString&) {
     if (isTop ? hasTop : hasBottom) setAttribute(*p, "region", isTop ? u"top" : u"bottom");
     if (text.starts_with(u"{\\an") && text.size() > 6 && text[5] == u'}') text.remove_prefix(6);
     // A style that the header knows is left out where it is the default anyway; an unknown one is written as it is.
-    const WString& style = paragraph.Style;
+    const WStringView style = paragraph.Style;
     const bool isKnown = !header.empty() && styleIds.contains(style);
     if (!style.empty() && !(isKnown && style == defaultStyle)) setAttribute(*p, "style", style);
     appendTextLines(*p, text, true);

@@ -248,9 +248,9 @@ class ParagraphWriter {
     setAttribute(*p, "begin", formatTimeExpression(paragraph.StartTime));
     setAttribute(*p, "id", u"p" + intToWStr(number_++, u"%d"));
     setAttribute(*p, "end", formatTimeExpression(paragraph.EndTime));
-    if (hasHeader_ && !paragraph.Style.empty() && paragraph.Style != defaultStyle_ &&
-        styleIds_.contains(paragraph.Style)) {
-      setAttribute(*p, "style", paragraph.Style);
+    const WStringView style = paragraph.Style;
+    if (hasHeader_ && !style.empty() && style != defaultStyle_ && styleIds_.contains(style)) {
+      setAttribute(*p, "style", style);
     }
     return p;
   }
@@ -259,7 +259,7 @@ class ParagraphWriter {
   TiXMLDocument& document_;
   WString defaultStyle_;
   bool hasHeader_;
-  std::set<WString> styleIds_;
+  std::set<WString, std::less<>> styleIds_;
   int32_t number_ = 0;
 };
 
@@ -295,7 +295,7 @@ std::vector<WString> getUsedLanguages(const Subtitle& subtitle) {
   std::set<WString> seen;
   for (const auto& paragraph : subtitle.Paragraphs) {
     if (paragraph->Language.empty()) continue;
-    WString language = trim(wStrToLower(paragraph->Language));
+    WString language = trim(wStrToLower(WString(paragraph->Language)));
     if (seen.insert(language).second) languages.push_back(std::move(language));
   }
   return languages;
