@@ -15,6 +15,7 @@
 #include "Failure.h"
 #include "FileDescriptor.h"
 #include "Text.h"
+#include "api/Output.h"
 
 namespace fs = std::filesystem;
 
@@ -137,15 +138,6 @@ void copyRights(int fd, const struct stat& from) {
 
 }  // namespace
 
-bool writeAll(int fd, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(fd, bytes.data(), bytes.size());
-    if (written < 0 && errno != EINTR) return false;
-    if (written > 0) bytes.remove_prefix(static_cast<size_t>(written));
-  }
-  return true;
-}
-
 Input openInput(const std::string& path) {
   if (path == "-") return takeStandardInput();
   if (path.empty()) throw Failure(kNoInput, "the name of the input is empty");
@@ -197,7 +189,7 @@ void refuseInputAsOutput(const std::string& path, const std::string& name, const
                                     shownInput(name), what));
 }
 
-void writeFile(const std::string& name, std::string_view bytes) {
+void writeFile(const std::string& name, std::u16string_view text) {
   const fs::path path = followLinks(name);
   struct stat existing {};
   const bool exists = ::stat(path.c_str(), &existing) == 0;
@@ -211,7 +203,7 @@ void writeFile(const std::string& name, std::string_view bytes) {
   if (fd < 0) refuseOutput(name, errno == ENOENT ? "there is no such directory" : lastError());
   FileDescriptor file(fd);
   if (exists) copyRights(fd, existing);
-  if (!writeAll(fd, bytes) || !file.close() || std::rename(temporary.c_str(), path.c_str()) != 0) {
+  if (!writeUtf8(fd, text) || !file.close() || std::rename(temporary.c_str(), path.c_str()) != 0) {
     const std::string reason = lastError();
     ::unlink(temporary.c_str());
     refuseOutput(name, reason);
@@ -230,10 +222,10 @@ void makeFoldersFor(const std::string& path) {
   if (error) refuseOutput(path, error.message());
 }
 
-void writeStream(const std::string& path, std::string_view bytes) {
+void writeStream(const std::string& path, std::u16string_view text) {
   // Opened anew, a file that standard output is redirected to would be written from its start again.
   FileDescriptor stream(path == kStandardOutput ? ::dup(STDOUT_FILENO) : ::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-  if (!stream.isOpen() || !writeAll(stream.get(), bytes) || !stream.close()) refuseOutput(path, lastError());
+  if (!stream.isOpen() || !writeUtf8(stream.get(), text) || !stream.close()) refuseOutput(path, lastError());
 }
 
 }  // namespace mova::cli

@@ -36,9 +36,9 @@ Destination chooseDestination(const Input& input, const std::string& output, con
 /// Throws a Failure with status kUsage if `path` is, by whatever name or link, the input of that name.
 void refuseInputAsOutput(const std::string& path, const std::string& name, const Input& input);
 
-/// Writes the file as a whole or not at all: an existing one stays as it was until all bytes of the new one are there.
-/// Throws a Failure with status kCantCreate.
-void writeFile(const std::string& path, std::string_view bytes);
+/// Writes the text as UTF-8, the file as a whole or not at all: an existing one stays as it was until all of the new
+/// one is there. Throws a Failure with status kCantCreate.
+void writeFile(const std::string& path, std::u16string_view text);
 
 /// Where writeFile() notes the name of its temporary file for as long as there is one, for a process that cleans up
 /// behind one that was killed. `note` has room for a path of PATH_MAX bytes; null ends it.
@@ -47,10 +47,7 @@ void noteTemporaryFile(char* note);
 /// Makes the folders that `path` goes through. Throws a Failure with status kCantCreate.
 void makeFoldersFor(const std::string& path);
 
-/// Writes all bytes; false leaves the reason in errno.
-bool writeAll(int fd, std::string_view bytes);
-
-/// Writes to a device or pipe. Throws a Failure with status kCantCreate.
-void writeStream(const std::string& path, std::string_view bytes);
+/// Writes the text as UTF-8 to a device or pipe. Throws a Failure with status kCantCreate.
+void writeStream(const std::string& path, std::u16string_view text);
 
 }  // namespace mova::cli

@@ -92,7 +92,7 @@ void convert(Outcome& outcome, const Input& source, const Destination& destinati
   const std::string path = destination.isStream ? destination.path : toUtf8(conversion.outputPath);
   refuseInputAsOutput(path, input, source);
   if (destination.makeFolders) makeFoldersFor(path);
-  destination.isStream ? writeStream(path, conversion.bytes) : writeFile(path, conversion.bytes);
+  destination.isStream ? writeStream(path, conversion.text) : writeFile(path, conversion.text);
   outcome.output = path;
   if (conversion.code == 1) {
     outcome.message = fmt::format("{}: there is nothing to write as {}; {} is empty", shownInput(input), target.name,

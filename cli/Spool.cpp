@@ -11,6 +11,7 @@
 #include "Failure.h"
 #include "Files.h"
 #include "Text.h"
+#include "api/Output.h"
 
 namespace mova::cli {
 

@@ -3,9 +3,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <utility>
 
+#include "api/Output.h"
 #include "formats/FormatList.h"
 #include "model/GlobalSettings.h"
 #include "model/Subtitle.h"
@@ -46,15 +46,10 @@ WString convertToFormat(WStringView formatName, WString& outputPath, Subtitle& s
 }
 
 /// Failures are not looked at: the caller of the library learns of them on the disk only.
-void writeFile(const WString& path, const std::string& bytes) {
+void writeFile(const WString& path, WStringView text) {
   const int file = open(wideToString(cText(path)).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
   if (file < 0) return;
-  for (size_t written = 0; written < bytes.size();) {
-    const ssize_t count = write(file, bytes.data() + written, bytes.size() - written);
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) break;
-    written += static_cast<size_t>(count);
-  }
+  writeUtf8(file, text);
   close(file);
 }
 
@@ -74,9 +69,9 @@ Conversion convertFile(const WString& inputPath, const WString& formatName, cons
 
   conversion.recognizedFormat = format->Name();
   conversion.captions = subtitle.Paragraphs.size();
-  const WString text = convertToFormat(formatName, conversion.outputPath, subtitle, conversionFrameRate);
-  conversion.code = text.empty() ? 1 : 0;
-  conversion.bytes = wideToString(cText(text));  // as a C string: a zero unit ends it
+  conversion.text = convertToFormat(formatName, conversion.outputPath, subtitle, conversionFrameRate);
+  conversion.code = conversion.text.empty() ? 1 : 0;
+  conversion.text.resize(cText(conversion.text).size());  // Written as a C string: a zero unit ends it.
   return conversion;
 }
 
@@ -85,6 +80,6 @@ Conversion convertFile(const WString& inputPath, const WString& formatName, cons
 uint32_t movaConvertCC(MOVAString inputPath, MOVAString formatName, MOVAString outputPath,
                        const MOVASettings* settings) {
   const mova::Conversion conversion = mova::convertFile(inputPath, formatName, outputPath, settings);
-  if (conversion.code != 2) mova::writeFile(conversion.outputPath, conversion.bytes);
+  if (conversion.code != 2) mova::writeFile(conversion.outputPath, conversion.text);
   return conversion.code;
 }

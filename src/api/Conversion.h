@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 
 #include "mova/mova.h"
 #include "movautil/WideString.h"
@@ -15,7 +14,7 @@ struct Conversion {
   WString recognizedFormat;  ///< Name of the input's format; empty with code 2.
   size_t captions = 0;       ///< Paragraphs that were read.
   WString outputPath;        ///< With the target's extension, if there is such a target.
-  std::string bytes;         ///< What the output file holds.
+  WString text;              ///< What the output file holds, as UTF-8.
 };
 
 /// `settings` may be null, which means the defaults.

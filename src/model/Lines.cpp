@@ -13,6 +13,7 @@
 #include <string>
 
 #include "movautil/MovaUtil.h"
+#include "movautil/Utf.h"
 #include "text/Strings.h"
 
 namespace mova {
@@ -24,13 +25,15 @@ constexpr size_t pathLimit = 260;            // bytes, terminator included
 /// Hands out the lines of a file as a text-mode stream does.
 class TextModeReader {
  public:
-  explicit TextModeReader(std::string& bytes) : data_(bytes.data()), end_(bytes.data() + bytes.size()) {
-    if (void* mark = std::memchr(data_, 0x1A, bytes.size())) end_ = static_cast<char*>(mark);
+  /// The byte behind the last one is the reader's too.
+  TextModeReader(char* bytes, size_t size) : data_(bytes), end_(bytes + size) {
+    if (void* mark = std::memchr(data_, 0x1A, size)) end_ = static_cast<char*>(mark);
     Rewind();
   }
 
   void Rewind() { position_ = data_; }
   bool AtEnd() const { return position_ == end_; }
+  bool HasZeros() const { return std::memchr(data_, 0, static_cast<size_t>(end_ - data_)) != nullptr; }
 
   /// The next line, or nothing at the end of the file. A line stands in the file's own buffer.
   std::optional<std::string_view> Next() {
@@ -63,11 +66,11 @@ class TextModeReader {
 /// Collects decoded lines in one text. No decoded line is longer than its bytes, so the room is known beforehand.
 class LineCollector {
  public:
-  explicit LineCollector(size_t bytes) { units_.resize(bytes + 1); }
+  explicit LineCollector(size_t bytes) : size_(bytes + 1), units_(std::make_unique_for_overwrite<char16_t[]>(size_)) {}
 
-  char16_t* Room() { return units_.data() + used_; }
+  char16_t* Room() { return units_.get() + used_; }
   uint32_t RoomUnits() const {
-    return static_cast<uint32_t>(std::min<size_t>(units_.size() - used_, std::numeric_limits<uint32_t>::max()));
+    return static_cast<uint32_t>(std::min<size_t>(size_ - used_, std::numeric_limits<uint32_t>::max()));
   }
   /// `count` units were written at Room(), perhaps with a terminator.
   void Take(size_t count) {
@@ -79,20 +82,19 @@ class LineCollector {
     used_ = 0;
     ends_.clear();
   }
-  Lines Finish() {
-    units_.resize(used_);
-    return Lines(std::move(units_), std::move(ends_));
-  }
+  Lines Finish() { return Lines(std::move(units_), std::move(ends_)); }
 
  private:
-  WString units_;
+  size_t size_;
+  std::unique_ptr<char16_t[]> units_;
   std::vector<size_t> ends_;
   size_t used_ = 0;
 };
 
 class Decoder {
  public:
-  explicit Decoder(std::string& bytes) : reader_(bytes), lines_(bytes.size()) {}
+  /// The byte behind the last one is written to.
+  Decoder(char* bytes, size_t size) : reader_(bytes, size), hasZeros_(reader_.HasZeros()), lines_(size) {}
 
   Lines Decode(int32_t codePage) {
     const std::string_view first = reader_.Next().value_or(std::string_view());
@@ -114,6 +116,10 @@ class Decoder {
  private:
   /// A line that is not UTF-8 is appended as an empty line, and false returned.
   bool AppendUtf8(std::string_view line) {
+    if (!hasZeros_ && copyAscii(line.data(), line.size(), lines_.Room()) == line.size()) {  // as most lines are
+      lines_.TakeAll(line.size());
+      return true;
+    }
     const uint32_t count = reader_.WithTerminator(
         line, [this](const char* text) { return movaStr_UTF8_to_UTF16(lines_.Room(), text, lines_.RoomUnits()); });
     lines_.Take(count);
@@ -173,10 +179,17 @@ class Decoder {
   }
 
   TextModeReader reader_;
+  bool hasZeros_;
   LineCollector lines_;
 };
 
-std::optional<std::string> readFile(const char* path) {
+struct FileBytes {
+  std::unique_ptr<char[]> bytes;  ///< One more than `size`.
+  size_t size = 0;
+};
+
+/// Nothing if the file can't be opened.
+std::optional<FileBytes> readFile(const char* path) {
   const int file = open(path, O_RDONLY | O_CLOEXEC);
   if (file < 0) return std::nullopt;
   struct stat status {};
@@ -184,34 +197,43 @@ std::optional<std::string> readFile(const char* path) {
     close(file);
     return std::nullopt;
   }
-  std::string bytes;
-  size_t used = 0;
   // One byte more than the size, so that the end of the file is seen without growing; pipes have no size.
-  bytes.resize(static_cast<size_t>(std::max<off_t>(status.st_size, 0)) + 1);
+  size_t room = static_cast<size_t>(std::max<off_t>(status.st_size, 0)) + 1;
+  FileBytes result{std::make_unique_for_overwrite<char[]>(room)};
   for (;;) {
-    if (used == bytes.size()) bytes.resize(bytes.size() * 2 + 65536);
-    const ssize_t count = read(file, bytes.data() + used, bytes.size() - used);
+    if (result.size == room) {
+      auto larger = std::make_unique_for_overwrite<char[]>(room = room * 2 + 65536);
+      std::copy_n(result.bytes.get(), result.size, larger.get());
+      result.bytes = std::move(larger);
+    }
+    const ssize_t count = read(file, result.bytes.get() + result.size, room - result.size);
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) break;
-    used += static_cast<size_t>(count);
+    result.size += static_cast<size_t>(count);
   }
   close(file);
-  bytes.resize(used);
-  return bytes;
+  return result;
 }
 
 }  // namespace
 
-Lines::Lines(WString units, std::vector<size_t> ends) : text_(std::make_shared<Text>()) {
+Lines::Lines(std::unique_ptr<const char16_t[]> units, std::vector<size_t> ends) : text_(std::make_shared<Text>()) {
   text_->units = std::move(units);
   text_->ends = std::move(ends);
 }
 
-Lines::Lines(std::initializer_list<WStringView> lines) : Lines() {
-  for (WStringView line : lines) {
-    text_->units += line;
-    text_->ends.push_back(text_->units.size());
-  }
+Lines::Lines(WStringView units, std::vector<size_t> ends) : text_(std::make_shared<Text>()) {
+  auto copy = std::make_unique_for_overwrite<char16_t[]>(units.size());
+  std::copy(units.begin(), units.end(), copy.get());
+  text_->units = std::move(copy);
+  text_->ends = std::move(ends);
+}
+
+Lines::Lines(std::initializer_list<WStringView> lines) {
+  WString units;
+  std::vector<size_t> ends;
+  for (WStringView line : lines) ends.push_back((units += line).size());
+  *this = Lines(units, std::move(ends));
 }
 
 bool Lines::Contains(char16_t unit) const {
@@ -222,7 +244,7 @@ bool Lines::Contains(char16_t unit) const {
 
 WString Lines::Joined(WStringView separator) const {
   WString text;
-  text.reserve(text_->units.size() + size() * separator.size());
+  text.reserve(Units().size() + size() * separator.size());
   for (size_t i = 0; i < size(); ++i) {
     if (i > 0) text += separator;
     text += (*this)[i];
@@ -231,18 +253,18 @@ WString Lines::Joined(WStringView separator) const {
 }
 
 Lines decodeLines(std::string bytes, int32_t codePage) {
-  return Decoder(bytes).Decode(codePage);
+  return Decoder(bytes.data(), bytes.size()).Decode(codePage);
 }
 
 Lines readLines(WStringView path, int32_t codePage) {
   const std::string narrow = wideToString(cText(path));
-  std::optional<std::string> bytes;
-  if (narrow.size() < pathLimit) bytes = readFile(narrow.c_str());
-  if (!bytes) {
+  std::optional<FileBytes> file;
+  if (narrow.size() < pathLimit) file = readFile(narrow.c_str());
+  if (!file) {
     std::fputs("Subtitle: LoadSubtitle: Couldn't open subtitle file", stdout);
     return Lines();
   }
-  return decodeLines(std::move(*bytes), codePage);
+  return Decoder(file->bytes.get(), file->size).Decode(codePage);
 }
 
 }  // namespace mova

@@ -14,24 +14,28 @@ namespace mova {
 /// Copying a list is cheap: copies share their text. A format that changes a line changes a copy of that line.
 class Lines {
  public:
-  Lines() : Lines(WString(), {}) {}
+  Lines() : Lines(WStringView(), {}) {}
   Lines(std::initializer_list<WStringView> lines);
   /// `ends` holds, for each line, the position in `units` behind its last unit; a line begins where the one before it
   /// ends.
-  Lines(WString units, std::vector<size_t> ends);
+  Lines(std::unique_ptr<const char16_t[]> units, std::vector<size_t> ends);
+  /// The same of a copy of the units.
+  Lines(WStringView units, std::vector<size_t> ends);
 
   size_t size() const { return text_->ends.size(); }
   bool empty() const { return text_->ends.empty(); }
   /// Valid for as long as any copy of the list lives.
   WStringView operator[](size_t index) const {
     const size_t begin = index == 0 ? 0 : text_->ends[index - 1];
-    return WStringView(text_->units).substr(begin, text_->ends[index] - begin);
+    return WStringView(text_->units.get() + begin, text_->ends[index] - begin);
   }
   /// The line, or an empty one beyond the end of the list.
   WStringView AtOrEmpty(size_t index) const { return index < size() ? (*this)[index] : WStringView(); }
 
+  /// The place in Units() behind the line's last unit.
+  size_t EndOf(size_t index) const { return text_->ends[index]; }
   /// All lines with nothing between them. Valid for as long as any copy of the list lives.
-  WStringView Units() const { return WStringView(text_->units).substr(0, empty() ? 0 : text_->ends.back()); }
+  WStringView Units() const { return WStringView(text_->units.get(), empty() ? 0 : text_->ends.back()); }
   /// Whether the unit stands in any line. Looked for once, for all formats that ask.
   bool Contains(char16_t unit) const;
 
@@ -50,7 +54,7 @@ class Lines {
 
  private:
   struct Text {
-    WString units;
+    std::unique_ptr<const char16_t[]> units;
     std::vector<size_t> ends;
     std::map<const void*, std::shared_ptr<const void>> derived;
     std::map<char16_t, bool> contained;

@@ -9,42 +9,9 @@
 namespace mova {
 namespace {
 
-constexpr size_t Block = 8;
-
-bool isAsciiBlock(const char* bytes) {
-  uint64_t block;
-  std::memcpy(&block, bytes, sizeof block);
-  return (block & 0x8080808080808080) == 0;
-}
-
-bool isAsciiBlock(const char16_t* units) {
-  uint64_t halves[2];
-  std::memcpy(halves, units, sizeof halves);
-  return ((halves[0] | halves[1]) & 0xFF80FF80FF80FF80) == 0;
-}
-
-bool isAscii(char byte) {
-  return static_cast<unsigned char>(byte) < 0x80;
-}
-bool isAscii(char16_t unit) {
-  return unit < 0x80;
-}
-
-/// Copies the ASCII at the start of the source, at most `count` units, and gives its length.
-template <typename To, typename From>
-size_t copyAscii(const From* source, size_t count, To* destination) {
-  size_t done = 0;
-  while (count - done >= Block && isAsciiBlock(source + done)) {
-    for (size_t i = 0; i < Block; ++i) destination[done + i] = static_cast<To>(source[done + i]);
-    done += Block;
-  }
-  for (; done < count && isAscii(source[done]); ++done) destination[done] = static_cast<To>(source[done]);
-  return done;
-}
-
 size_t asciiLength(const char16_t* units, size_t count) {
   size_t done = 0;
-  while (count - done >= Block && isAsciiBlock(units + done)) done += Block;
+  while (count - done >= asciiBlock && isAsciiBlock(units + done)) done += asciiBlock;
   while (done < count && isAscii(units[done])) ++done;
   return done;
 }

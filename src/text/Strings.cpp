@@ -16,16 +16,24 @@ bool isTrimmed(char16_t candidate, char16_t unit) {
 }  // namespace
 
 size_t findUnit(WStringView text, char16_t unit, size_t start) {
-  // Eight units at a time, as a vector: the standard search goes one by one.
+  // By vectors, four at a time where the text is long: the standard search goes one by one.
   using Vector = uint16_t __attribute__((vector_size(16)));
   constexpr size_t block = sizeof(Vector) / sizeof(char16_t);
-  for (; start + block <= text.size(); start += block) {
+  const auto hits = [&text, unit](size_t position) {
     Vector units;
-    std::memcpy(&units, text.data() + start, sizeof units);
-    const auto hits = units == static_cast<uint16_t>(unit);
+    std::memcpy(&units, text.data() + position, sizeof units);
+    return units == static_cast<uint16_t>(unit);
+  };
+  const auto isAny = [](auto found) {
     uint64_t halves[2];
-    std::memcpy(halves, &hits, sizeof halves);
-    if ((halves[0] | halves[1]) != 0) break;
+    std::memcpy(halves, &found, sizeof halves);
+    return (halves[0] | halves[1]) != 0;
+  };
+  for (; start + 4 * block <= text.size(); start += 4 * block) {
+    if (isAny(hits(start) | hits(start + block) | hits(start + 2 * block) | hits(start + 3 * block))) break;
+  }
+  for (; start + block <= text.size(); start += block) {
+    if (isAny(hits(start))) break;
   }
   return text.find(unit, start);
 }

@@ -121,8 +121,8 @@ WString utf8UnitsToLatin1Units(WStringView text);
 // --- Texts as C strings.
 
 /// The text up to its first zero unit: what a text amounts to where a caller hands it on as a C string.
-constexpr WStringView cText(WStringView text) {
-  return text.substr(0, text.find(u'\0'));
+inline WStringView cText(WStringView text) {
+  return text.substr(0, findUnit(text, u'\0'));
 }
 
 // --- Identifiers.

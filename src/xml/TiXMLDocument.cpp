@@ -368,26 +368,22 @@ size_t tagEnd(WStringView line, size_t position) {
 /// SubRip files are like this, and parsing them would cost more than reading them does.
 bool certainlyDontParse(const Lines& lines) {
   if (lines.Contains(u'\0')) return false;
+  const WStringView units = lines.Units();
   int64_t open = 0;
-  bool endsInTag = false;
-  for (size_t i = 0; i < lines.size(); ++i) {
-    const WStringView line = lines[i];
-    for (size_t position = 0;;) {
-      const size_t begin = std::min(findUnit(line, u'<', position), line.size());
-      endsInTag = endsInTag && trimStartView(line.substr(position, begin - position)).empty();
-      if (begin == line.size()) break;
-      const size_t end = tagEnd(line, begin);
-      if (end == 0) return false;
-      const WStringView tag = line.substr(begin + 1, end - begin - 2);
-      const bool closes = tag.starts_with(u'/');
-      const bool isEmpty = tag.ends_with(u'/');
-      if (tag.empty() || (closes && isEmpty) || (!closes && !isNameStart(tag.front()))) return false;
-      if (closes && --open < 0) return false;
-      if (!closes && !isEmpty) ++open;
-      endsInTag = true;
-      position = end;
-    }
+  size_t line = 0;
+  size_t end = 0;  // behind the last tag
+  for (size_t begin; (begin = findUnit(units, u'<', end)) != WStringView::npos;) {
+    while (lines.EndOf(line) <= begin) ++line;
+    end = tagEnd(units.substr(0, lines.EndOf(line)), begin);
+    if (end == 0) return false;
+    const WStringView tag = units.substr(begin + 1, end - begin - 2);
+    const bool closes = tag.starts_with(u'/');
+    const bool isEmpty = tag.ends_with(u'/');
+    if (tag.empty() || (closes && isEmpty) || (!closes && !isNameStart(tag.front()))) return false;
+    if (closes && --open < 0) return false;
+    if (!closes && !isEmpty) ++open;
   }
+  const bool endsInTag = end > 0 && trimStartView(units.substr(end)).empty();
   return !endsInTag || open > 0;
 }
 

@@ -220,7 +220,7 @@ void SubRip::ReadTextLine(WStringView line) {
   }
   const size_t begin = text.size();
   text += line;
-  for (size_t i = begin; i < text.size(); ++i) text[i] = text[i] == 0 ? u' ' : text[i];
+  for (size_t zero = begin; (zero = findUnit(text, u'\0', zero)) != WString::npos;) text[zero] = u' ';
   text.resize(begin + trimEndView(WStringView(text).substr(begin)).size());
   if (text.size() == begin) _hasBlankLines = true;  // a line of zero units
 }

@@ -21,9 +21,9 @@ namespace {
 /// need not be joined.
 bool holdsReel(const Lines& lines) {
   const auto holds = [](WStringView text) {
-    for (size_t i = 0; (i = findUnit(text, u'<', i)) != WStringView::npos; ++i) {
-      const WStringView tag = text.substr(i);
-      if (tag.starts_with(u"<SubtitleReel") || tag.starts_with(u"<dcst:SubtitleReel")) return true;
+    for (size_t i = 0; (i = findText(text, u"Reel", i)) != WStringView::npos; ++i) {
+      const WStringView before = text.substr(0, i);
+      if (before.ends_with(u"<Subtitle") || before.ends_with(u"<dcst:Subtitle")) return true;
     }
     return false;
   };

@@ -30,7 +30,7 @@ WString textBehindP(WStringView text) {
 
 std::vector<WString> classes(const Lines& lines) {
   std::vector<WString> result;
-  for (const auto& p : loaded(lines).Paragraphs) result.push_back(p->Extra);
+  for (const auto& p : loaded(lines).Paragraphs) result.emplace_back(p->Extra);
   return result;
 }
 
