@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "Clashes.h"
 #include "Failure.h"
 #include "Inputs.h"
 #include "Job.h"
@@ -274,7 +275,9 @@ void makeOutputFolder(const std::string& folder) {
 
 int convertBatch(const ConvertOptions& options, const Format& target, const MOVASettings& settings) {
   if (options.outputFolder->empty()) throw Failure(kUsage, "--output-dir is empty: name a folder");
-  InputList inputs = collectInputs({options.inputs, options.filesFrom, options.recursive, *options.outputFolder});
+  InputList inputs =
+      collectInputs({options.inputs, options.filesFrom, options.recursive, *options.outputFolder, options.report});
+  refuseClashes(inputs, {*options.outputFolder, target.extension, options.report});
   makeOutputFolder(*options.outputFolder);
   int status = 0;
   int interruption = 0;

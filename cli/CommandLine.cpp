@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <charconv>
+#include <cstdint>
 #include <iostream>
 
 #include "Failure.h"
@@ -71,6 +73,22 @@ constexpr const char* kFormatsHelp =
     "  mova formats\n"
     "  mova formats --json\n";
 
+/// Turns "500M" into the number of bytes. Returns what is wrong with it, nothing if all is well.
+std::string toBytes(std::string& size) {
+  constexpr uint64_t least = 1 << 20;
+  uint64_t number = 0;
+  const auto [rest, error] = std::from_chars(size.data(), size.data() + size.size(), number);
+  const std::string unit = foldName({rest, static_cast<size_t>(size.data() + size.size() - rest)});
+  const size_t power = unit.empty() ? 0 : std::string_view("kmgt").find(unit) + 1;  // npos + 1 is 0, too
+  if (error != std::errc() || unit.size() > 1 || (power == 0 && !unit.empty())) {
+    return fmt::format("\"{}\" is not a size such as 500M or 2G", printable(size));
+  }
+  if (number > UINT64_MAX >> (10 * power)) return fmt::format("{} is too much", printable(size));
+  if (number << (10 * power) < least) return fmt::format("{} is not enough", printable(size));
+  size = std::to_string(number << (10 * power));
+  return "";
+}
+
 }  // namespace
 
 CommandLine::CommandLine() {
@@ -137,7 +155,7 @@ void CommandLine::addManyFiles(CLI::App* command) {
   option("--timeout", convert_.timeout, "SECONDS", "Give a file up that takes longer; default: 60")
       ->check(CLI::Range(0.001, 1e6).description(""));
   option("--memory", convert_.memory, "SIZE", "Give a file up that takes more memory, as in 500M or 2G")
-      ->transform(CLI::AsSizeValue(false).description(""));
+      ->transform(CLI::Validator(toBytes, "", "size"));
   command->add_flag("--resume", convert_.resume, "Pass over inputs whose output is there and not older")
       ->group("Many files");
   option("--report", convert_.report, "FILE", "Write the fate of each input to a file, one JSON object a line");

@@ -108,16 +108,6 @@ Input takeStandardInput() {
   return input;
 }
 
-/// The file that a chain of links ends at, whether it exists or not; so an output that is a link stays one.
-fs::path followLinks(fs::path path) {
-  std::error_code error;
-  for (int links = 0; fs::is_symlink(fs::symlink_status(path, error)); ++links) {
-    if (links == 40) refuseOutput(path, "too many levels of symbolic links");
-    path = path.parent_path() / fs::read_symlink(path, error);
-  }
-  return path;
-}
-
 /// Creates a file of a new name in the directory of `path`. It gets the rights that a new file has there.
 std::pair<int, std::string> createBeside(const fs::path& path, TemporaryNote& note) {
   for (int attempt = 0;; ++attempt) {
@@ -187,6 +177,15 @@ void refuseInputAsOutput(const std::string& path, const std::string& name, const
   const std::string what = path == name ? "" : fmt::format(" ({})", printable(path));
   throw Failure(kUsage, fmt::format("{}: the output{} would replace the input; name another with --output",
                                     shownInput(name), what));
+}
+
+std::filesystem::path followLinks(std::filesystem::path path) {
+  std::error_code error;
+  for (int links = 0; fs::is_symlink(fs::symlink_status(path, error)); ++links) {
+    if (links == 40) refuseOutput(path, "too many levels of symbolic links");
+    path = path.parent_path() / fs::read_symlink(path, error);
+  }
+  return path;
 }
 
 void writeFile(const std::string& name, std::u16string_view text) {

@@ -38,8 +38,11 @@ using Folder = std::unique_ptr<DIR, int (*)(DIR*)>;
 /// Walks through a folder, all the way down.
 class FolderWalk {
  public:
-  explicit FolderWalk(const std::string& outputFolder) : names_(kSortMemory) {
-    knowsOutput_ = ::stat(outputFolder.c_str(), &output_) == 0;
+  explicit FolderWalk(const InputOptions& options) : names_(kSortMemory) {
+    for (const std::string& output : {options.outputFolder, options.report.value_or("")}) {
+      struct stat status {};
+      if (::stat(output.c_str(), &status) == 0) outputs_.push_back(status);
+    }
   }
 
   void addTo(InputList& list, const std::string& path) {
@@ -56,7 +59,8 @@ class FolderWalk {
   bool walk(const std::string& root, const std::string& below) {
     const Folder folder(::opendir((root + below).c_str()), ::closedir);
     if (!folder) return false;
-    if (isOutput(folder.get())) return true;
+    struct stat self {};
+    if (::fstat(::dirfd(folder.get()), &self) == 0 && isOutput(self)) return true;
     for (;;) {
       errno = 0;
       const dirent* entry = ::readdir(folder.get());
@@ -66,25 +70,21 @@ class FolderWalk {
       const std::string path = below + entry->d_name;
       // A folder that can't be read stands in the list as itself. Links to folders are not followed: they may lead
       // round.
-      if (!isSubfolder(folder.get(), *entry) || !walk(root, path + '/')) names_.add(path);
+      struct stat status {};
+      if (::fstatat(::dirfd(folder.get()), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) status.st_mode = 0;
+      if (isOutput(status)) continue;
+      if (!S_ISDIR(status.st_mode) || !walk(root, path + '/')) names_.add(path);
     }
   }
 
-  static bool isSubfolder(DIR* folder, const dirent& entry) {
-    if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK) return entry.d_type == DT_DIR;
-    struct stat status {};
-    return ::fstatat(::dirfd(folder), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
-  }
-
-  bool isOutput(DIR* folder) const {
-    struct stat status {};
-    return knowsOutput_ && ::fstat(::dirfd(folder), &status) == 0 && status.st_dev == output_.st_dev &&
-           status.st_ino == output_.st_ino;
+  bool isOutput(const struct stat& status) const {
+    return std::any_of(outputs_.begin(), outputs_.end(), [&](const struct stat& output) {
+      return status.st_dev == output.st_dev && status.st_ino == output.st_ino;
+    });
   }
 
   NameSorter names_;
-  struct stat output_ {};
-  bool knowsOutput_ = false;
+  std::vector<struct stat> outputs_;
 };
 
 void addInput(InputList& list, const std::string& path, const InputOptions& options) {
@@ -94,24 +94,27 @@ void addInput(InputList& list, const std::string& path, const InputOptions& opti
   if (!isFolder(path)) {
     list.add({path, beginOfName(path)});
   } else if (options.recursive) {
-    FolderWalk(options.outputFolder).addTo(list, path);
+    FolderWalk(options).addTo(list, path);
   } else {
     throw Failure(kUsage, fmt::format("{}: is a folder; --recursive takes the files in it", printable(path)));
   }
 }
 
+[[noreturn]] void refuseList(const std::string& path) {
+  throw Failure(kNoInput, fmt::format("{}: the list can't be read: {}", shownInput(path), std::strerror(errno)));
+}
+
 /// Copies the list, and tells whether there is a zero byte in it.
 bool spoolNames(const std::string& path, Spool& spool) {
   const FileDescriptor opened(path == "-" ? -1 : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (path != "-" && !opened.isOpen()) refuseList(path);
   const int fd = path == "-" ? STDIN_FILENO : opened.get();
   bool hasZero = false;
   std::string buffer(1 << 16, '\0');
   for (;;) {
     const ssize_t count = ::read(fd, buffer.data(), buffer.size());
     if (count < 0 && errno == EINTR) continue;
-    if (count < 0) {
-      throw Failure(kNoInput, fmt::format("{}: the list can't be read: {}", shownInput(path), std::strerror(errno)));
-    }
+    if (count < 0) refuseList(path);
     if (count == 0) return hasZero;
     const std::string_view bytes(buffer.data(), static_cast<size_t>(count));
     hasZero = hasZero || bytes.find('\0') != std::string_view::npos;

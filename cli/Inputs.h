@@ -47,7 +47,8 @@ struct InputOptions {
   const std::vector<std::string>& inputs;
   const std::optional<std::string>& filesFrom;
   bool recursive;
-  const std::string& outputFolder;  ///< never looked into
+  const std::string& outputFolder;           ///< never looked into
+  const std::optional<std::string>& report;  ///< that of an earlier run is no input
 };
 
 /// All that the options name, in order; the files of a folder are sorted by their bytes. What can't be read is in the

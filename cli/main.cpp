@@ -1,4 +1,7 @@
 // The command `mova`.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -13,8 +16,23 @@
 
 using namespace mova::cli;
 
+namespace {
+
+/// The number of a standard stream that is closed stays one that can't be read or written: the next file to be opened
+/// would get it otherwise.
+void reserveStandardStreams() {
+  int fd = 0;
+  do {
+    fd = ::open("/", O_PATH | O_CLOEXEC);
+  } while (fd >= 0 && fd <= STDERR_FILENO);
+  if (fd >= 0) ::close(fd);
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
   prepareHeap();
+  reserveStandardStreams();
   // Beyond a size limit a write is to fail, so that the command can tell of it.
   std::signal(SIGXFSZ, SIG_IGN);
   int status = 0;
