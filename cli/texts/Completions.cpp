@@ -38,6 +38,7 @@ std::vector<std::string> writableFormats() {
 
 std::vector<std::string> shellWords(const std::vector<std::string>& words) {
   std::vector<std::string> result;
+  result.reserve(words.size());
   for (const std::string& word : words) result.push_back(shellWord(word));
   return result;
 }
@@ -72,11 +73,11 @@ bool takesFiles(const Command& command) {
 std::string bashValue(const Argument& argument) {
   switch (argument.kind) {
     case ValueKind::Format:
-      return "_mova_offer \"$word\" \"${formats[@]}\"";
+      return R"(_mova_offer "$word" "${formats[@]}")";
     case ValueKind::Field:
-      return "_mova_offer \"$word\" \"${fields[@]}\"; compopt -o nospace 2>/dev/null";
+      return R"(_mova_offer "$word" "${fields[@]}"; compopt -o nospace 2>/dev/null)";
     case ValueKind::Choice:
-      return fmt::format("_mova_offer \"$word\" {}", fmt::join(shellWords(argument.choices), " "));
+      return fmt::format(R"(_mova_offer "$word" {})", fmt::join(shellWords(argument.choices), " "));
     case ValueKind::Folder:
       return "compopt +o default -o dirnames 2>/dev/null";
     case ValueKind::File:
@@ -148,10 +149,11 @@ std::string zshSpecifications(const Command& command) {
       continue;
     }
     for (const std::string& name : argument.names) {
-      const std::string repeat = argument.repeatable ? "*" : "";
-      const std::string equals = argument.kind != ValueKind::None && name.starts_with("--") ? "=" : "";
-      result +=
-          " \\\n        " + shellWord(repeat + name + equals + "[" + zshText(argument.help) + "]" + zshValue(argument));
+      const char* repeat = argument.repeatable ? "*" : "";
+      const char* equals = argument.kind != ValueKind::None && name.starts_with("--") ? "=" : "";
+      const std::string specification =
+          fmt::format("{}{}{}[{}]{}", repeat, name, equals, zshText(argument.help), zshValue(argument));
+      result += " \\\n        " + shellWord(specification);
     }
   }
   return result;

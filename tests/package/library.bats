@@ -99,4 +99,12 @@ share/fish/vendor_completions.d/mova.fish
 share/man/man1/mova.1
 share/zsh/site-functions/_mova
 END
+  # Together they are all that is installed.
+  diff <(cd "$prefix" && find . ! -type d | LC_ALL=C sort) \
+    <(for name in runtime development command; do (cd $name && find . ! -type d); done | LC_ALL=C sort)
+}
+
+@test "a compiler's warning doesn't stop the build" {
+  grep -q -e -Wall "$build/compile_commands.json"
+  run ! grep -q -e -Werror "$build/compile_commands.json"
 }
