@@ -5,6 +5,9 @@ load ../cli/helper
 setup_file() {
   load ../cli/helper
   cmake --install "$build" --prefix "$BATS_FILE_TMPDIR/prefix" --component command >/dev/null
+  # Nobody's settings reach the shells, and nothing reaches anybody's history.
+  export HOME=$BATS_FILE_TMPDIR INPUTRC=/dev/null
+  unset XDG_CONFIG_HOME XDG_DATA_HOME
 }
 
 share=$BATS_FILE_TMPDIR/prefix/share
