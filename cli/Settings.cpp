@@ -155,6 +155,27 @@ std::string shown(const MOVAString& value) {
   return value.empty() ? "empty" : toUtf8(value);
 }
 
+bool isFrameRate(const Field& field) {
+  return field.member == Member(&MOVASettings::FrameRate);
+}
+
+bool isCodePageField(const Field& field) {
+  return field.member == Member(&MOVASettings::CodePage);
+}
+
+/// Two fields take less than their types hold.
+bool isAllowed(const Field& field, const MOVASettings& settings) {
+  if (isFrameRate(field)) return settings.FrameRate > 0;
+  return !isCodePageField(field) || settings.CodePage == 0 || isCodePage(settings.CodePage);
+}
+
+std::string allowedValues(const Field& field) {
+  if (isFrameRate(field)) return "a number of frames per second above 0";
+  if (isCodePageField(field)) return fmt::format("a known code page: 0 to detect, or {}", listCodePages());
+  const MOVASettings settings;
+  return std::visit([&](auto member) { return std::string(typeName(settings.*member)); }, field.member);
+}
+
 [[noreturn]] void refuse(const Field& field, std::string_view value, std::string_view wanted) {
   throw Failure(kUsage, fmt::format("--set {}: \"{}\" is not {}", field.name, printable(value), wanted));
 }
@@ -188,29 +209,28 @@ void assignField(MOVASettings& settings, std::string_view assignment) {
       },
       field.member);
 
-  // Two fields take less than their types hold.
-  if (field.member == Member(&MOVASettings::FrameRate) && settings.FrameRate <= 0) {
-    refuse(field, value, "a number of frames per second above 0");
-  }
-  if (field.member == Member(&MOVASettings::CodePage) && settings.CodePage != 0 && !isCodePage(settings.CodePage)) {
-    refuse(field, value, fmt::format("a known code page: 0 to detect, or {}", listCodePages()));
-  }
+  if (!isAllowed(field, settings)) refuse(field, value, allowedValues(field));
 }
 
 std::vector<FieldHelp> allFields() {
   const MOVASettings defaults = getDefaultSettings();
   std::vector<FieldHelp> fields;
   for (const Field& field : kFields) {
-    if (field.help.empty()) continue;
     const std::string value = std::visit([&](auto member) { return shown(defaults.*member); }, field.member);
-    fields.push_back({field.name, field.help, value});
+    fields.push_back({field.name, field.help, allowedValues(field), value});
   }
+  return fields;
+}
+
+std::vector<FieldHelp> usedFields() {
+  std::vector<FieldHelp> fields = allFields();
+  std::erase_if(fields, [](const FieldHelp& field) { return field.help.empty(); });
   return fields;
 }
 
 std::string describeFields() {
   std::string text = "Fields for --set, with their defaults:\n";
-  for (const FieldHelp& field : allFields()) {
+  for (const FieldHelp& field : usedFields()) {
     text += fmt::format("  {:<20} {}; default {}\n", field.name, field.help, field.defaultValue);
   }
   text +=

@@ -13,14 +13,19 @@ namespace mova::cli {
 /// is wrong: the form, the name or the value.
 void assignField(MOVASettings& settings, std::string_view assignment);
 
-/// A field that the library reads, as helps tell of it.
+/// A field, as helps tell of it.
 struct FieldHelp {
   std::string_view name;
-  std::string_view help;
+  std::string_view help;  ///< empty for a field that nothing reads
+  std::string values;     ///< what may be assigned
   std::string defaultValue;
 };
 
+/// In the order of the record.
 std::vector<FieldHelp> allFields();
+
+/// Those that the library reads.
+std::vector<FieldHelp> usedFields();
 
 /// The list of all fields with what they hold, their defaults and units, for --help.
 std::string describeFields();

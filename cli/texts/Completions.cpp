@@ -195,7 +195,7 @@ std::string fishOption(const Command& command, const Argument& argument) {
 
 std::string bashCompletion(const std::vector<Command>& commands) {
   std::vector<std::string> fields;
-  for (const FieldHelp& field : allFields()) fields.push_back(std::string(field.name) + "=");
+  for (const FieldHelp& field : usedFields()) fields.push_back(std::string(field.name) + "=");
   return fmt::format(
       R"(# Completion of mova for bash.
 
@@ -251,7 +251,7 @@ complete -o default -F _mova mova
 
 std::string zshCompletion(const std::vector<Command>& commands) {
   std::vector<std::string> fields;
-  for (const FieldHelp& field : allFields()) {
+  for (const FieldHelp& field : usedFields()) {
     fields.push_back(shellWord(fmt::format("{}:{}", field.name, zshText(std::string(field.help)))));
   }
   std::string names;
@@ -308,7 +308,7 @@ std::string fishCompletion(const std::vector<Command>& commands) {
     if (format.canWrite) formats += fmt::format(" \\\n    {}\\t{}", fishWord(format.name), format.extension);
   }
   std::string fields;
-  for (const FieldHelp& field : allFields()) {
+  for (const FieldHelp& field : usedFields()) {
     fields += fmt::format(" \\\n    {}=\\t{}", field.name, fishWord(field.help));
   }
   std::string text = fmt::format(

@@ -13,7 +13,7 @@ list() { "$mova" formats | tail -n +2; }
 names() { list | cut -c 1-22 | sed 's/ *$//'; }
 described() { sed -n 's/^= //p' "$here/formats.txt"; }
 diff <(names) <(described) >&2 || { echo "formats.txt describes other formats than there are" >&2; exit 1; }
-description() { awk -v name="$1" '/^= / { inside = $0 == "= " name; next } inside' "$here/formats.txt" | sed -e '$d'; }
+description() { awk -v name="$1" '/^= / { inside = $0 == "= " name; next } inside' "$here/formats.txt" | sed '${/^$/d}'; }
 
 # write FORMAT SOURCE [OPTION...]: prints the path of what the file becomes.
 write() {
