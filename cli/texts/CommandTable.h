@@ -8,7 +8,9 @@ namespace mova::cli {
 
 class CommandLine;
 
-/// What stands behind an option, or for a positional argument.
+/// What stands behind an option, or for a positional argument. Told by the value's name in the table: FORMAT,
+/// FIELD=VALUE, FILE, PATH and INPUT, DIR; a name in small letters is the value itself; any other is something that
+/// nobody can list.
 enum class ValueKind { None, Format, Field, File, Folder, Choice, Other };
 
 struct Argument {
