@@ -4,8 +4,10 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <new>
 
 namespace mova::cli {
 
@@ -26,6 +28,11 @@ uintptr_t nextHugePage(uintptr_t address) {
   return (address + kHugePage - 1) & ~(kHugePage - 1);
 }
 
+void useHugePages(uintptr_t begin, uintptr_t end) {
+  begin = nextHugePage(begin);
+  if (begin < end) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+}
+
 /// Each 4 KB page costs a fault when it is first used, and half the time of a large conversion would go there. So all
 /// of the heap but its beginning is in huge pages.
 void addHugePart() {
@@ -33,11 +40,12 @@ void addHugePart() {
   ::mallopt(M_TOP_PAD, kHugePart);
   void* volatile block = std::malloc(1 << 18);  // More than a heap has in store, so it grows. (Kept by "volatile".)
   std::free(block);
-  const uintptr_t after = heapEnd();
-  const uintptr_t begin = nextHugePage(before + kOrdinaryPart);
   // With too little address space, or with an allocator of another make, all stays as it was.
-  if (begin < after) ::madvise(reinterpret_cast<void*>(begin), after - begin, MADV_HUGEPAGE);
+  useHugePages(before + kOrdinaryPart, heapEnd());
 }
+
+/// A block that large is a whole text, and may be beyond the huge part.
+constexpr size_t kLargeBlock = 1 << 26;
 
 }  // namespace
 
@@ -50,3 +58,24 @@ void prepareHeap() {
 }
 
 }  // namespace mova::cli
+
+void* operator new(size_t size) {
+  for (;;) {
+    if (void* block = std::malloc(std::max<size_t>(size, 1))) {
+      const auto begin = reinterpret_cast<uintptr_t>(block);
+      if (size >= mova::cli::kLargeBlock) mova::cli::useHugePages(begin, begin + size);
+      return block;
+    }
+    const std::new_handler handler = std::get_new_handler();
+    if (!handler) throw std::bad_alloc();
+    handler();
+  }
+}
+
+void operator delete(void* block) noexcept {
+  std::free(block);
+}
+
+void operator delete(void* block, size_t) noexcept {
+  std::free(block);
+}
