@@ -46,7 +46,7 @@ void Csv2::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&) 
       continue;
     } else if (inQuote) {
       WString& text = current->Text;
-      if (text.size() < csvTextLimit) text = trim(text + u"\r\n" + trimEnd(line, u'"'));
+      if (text.size() < csvTextLimit) text = trim(text.append(u"\r\n").append(trimEndView(line, u'"')));
       inQuote = !closesCsvText(line);
     } else {
       ++ErrorCount;

@@ -129,7 +129,7 @@ void SwiftInterchange2::LoadSubtitle(Subtitle& subtitle, const Lines& lines, con
     const WStringView line = lines[i];
     if (line.starts_with(subtitleKey)) {
       if (current) subtitle.Append(*std::move(current));
-      current.emplace();
+      current = Paragraph();
     } else if (!current) {
       continue;
     } else if (line.starts_with(timeInKey)) {

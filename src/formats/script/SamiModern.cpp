@@ -3,7 +3,7 @@
 namespace mova {
 
 bool SamiModern::Recognizes(const Lines& lines, const WString& fileName) {
-  return SubtitleFormat::Recognizes(lines, fileName);
+  return LoadsMoreThanErrors(lines, fileName);
 }
 
 WString SamiModern::WriteText(const Subtitle& subtitle, const WString& title) {
