@@ -62,7 +62,7 @@ runs_all() {
 docs/fuzzing.md
 docs/settings.md
 tests/golden/README.md" ]
-  # Of other blocks there are a program, a few lines for CMake, a picture, and samples of formats.
+  # Of other blocks there are a program, a few lines for CMake, pictures, and samples of formats.
   [ "$(grep -c '^```[^s]' README.md)" -eq 2 ]
   [ "$(grep -l -x '```' $(grep -L '^```[a-z]' $documents))" = "docs/architecture.md
 docs/formats.md" ]
