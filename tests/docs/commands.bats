@@ -4,13 +4,13 @@ load ../cli/helper
 
 export NIGHT=1 FILES=/src/text/Color.cpp
 
-# as_in_the_repository: makes the empty folder look like the repository: copies of the samples, and its programs, which
+# as_in_the_repository: makes the empty folder look like the repository: copies of what is written, and its programs, which
 # work on the repository itself; ./test has just made the builds.
 as_in_the_repository() {
   local program
-  cp -r "$repository/samples" .
+  cp -r "$repository"/{samples,docs,README.md} .
   ln -s "$repository/build" build
-  for program in mova fuzz/run; do
+  for program in mova fuzz/run tests/docs/formats-page.sh tests/docs/formats-table.sh; do
     mkdir -p "$(dirname $program)"
     printf '#!/bin/sh\nexec "%s/%s" "$@"\n' "$repository" $program >$program
     chmod +x $program
@@ -49,6 +49,12 @@ runs_all() {
 
 @test "every command of docs/settings.md" { runs_all docs/settings.md; }
 
+@test "every command of docs/adding-a-format.md" {
+  runs_all docs/adding-a-format.md
+  diff -r docs "$repository/docs"
+  diff README.md "$repository/README.md"
+}
+
 @test "every command of docs/fuzzing.md" { runs_all docs/fuzzing.md; }
 
 @test "every command of tests/golden/README.md" { runs_all tests/golden/README.md; }
@@ -59,6 +65,7 @@ runs_all() {
   local documents
   documents=$(find . -name '*.md' -not -path './build/*' | sed 's|^\./||' | LC_ALL=C sort)
   [ "$(grep -l '^```sh$' $documents)" = "README.md
+docs/adding-a-format.md
 docs/fuzzing.md
 docs/settings.md
 tests/golden/README.md" ]
