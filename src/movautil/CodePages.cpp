@@ -5,10 +5,12 @@
 #include <array>
 #include <bit>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <iterator>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <type_traits>
 
@@ -36,21 +38,22 @@ using Converter = std::unique_ptr<std::remove_pointer_t<iconv_t>, CloseConverter
 /// From the encoding to UTF-16; null for an encoding that the C library doesn't know.
 Converter openConverter(const std::string& encoding) {
   const iconv_t converter = iconv_open(Utf16, encoding.c_str());
-  return Converter(converter == reinterpret_cast<iconv_t>(-1) ? nullptr : converter);
+  const bool isOpen = reinterpret_cast<intptr_t>(converter) != -1;
+  return Converter(isOpen ? converter : nullptr);
 }
 
 /// The unit for each byte of a single-byte page.
 using UnitTable = std::array<char16_t, 256>;
 
-std::unique_ptr<const UnitTable> readUnitTable(const std::string& encoding) {
+std::optional<UnitTable> readUnitTable(const std::string& encoding) {
   const Converter converter = openConverter(encoding);
-  if (!converter) return nullptr;
-  auto table = std::make_unique<UnitTable>();
-  for (size_t value = 0; value < table->size(); ++value) {
+  if (!converter) return {};
+  UnitTable table{};
+  for (size_t value = 0; value < table.size(); ++value) {
     char byte = static_cast<char>(value);
     char* in = &byte;
     size_t inLeft = sizeof byte;
-    char16_t& unit = (*table)[value];
+    char16_t& unit = table[value];
     char* out = reinterpret_cast<char*>(&unit);
     size_t outLeft = sizeof unit;
     iconv(converter.get(), &in, &inLeft, &out, &outLeft);
@@ -64,7 +67,7 @@ std::unique_ptr<const UnitTable> readUnitTable(const std::string& encoding) {
 
 /// What decodes a code page: one of the two, or none for an unknown page.
 struct CodePage {
-  std::unique_ptr<const UnitTable> SingleByte;
+  std::optional<UnitTable> SingleByte;
   Converter MultiByte;
 };
 
@@ -73,8 +76,8 @@ CodePage openCodePage(uint32_t number) {
     return std::find(std::begin(pages), std::end(pages), number) != std::end(pages);
   };
   if (isOneOf(SingleBytePages)) return {readUnitTable(fmt::format("CP{}", number)), nullptr};
-  if (isOneOf(MultiBytePages)) return {nullptr, openConverter(fmt::format("CP{}", number))};
-  if (number == Utf8Page) return {nullptr, openConverter("UTF-8")};
+  if (isOneOf(MultiBytePages)) return {{}, openConverter(fmt::format("CP{}", number))};
+  if (number == Utf8Page) return {{}, openConverter("UTF-8")};
   if (number >= FirstIso8859Page && number <= LastIso8859Page)
     return {readUnitTable(fmt::format("ISO-8859-{}", number - FirstIso8859Page + 1)), nullptr};
   return {};

@@ -1,6 +1,6 @@
 #include "text/Regex.h"
 
-#include <locale.h>
+#include <locale.h>  // NOLINT(modernize-deprecated-headers): POSIX has more in it than C
 
 #include <cstdio>
 #include <limits>

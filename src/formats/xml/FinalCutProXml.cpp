@@ -344,7 +344,7 @@ WString sequenceText(const Subtitle& subtitle) {
 
 /// The identifier of the sequence that the header holds, or a new one.
 WString sequenceUuid(const Subtitle& subtitle) {
-  const WString uuid = wStrToUpper(newGuid());
+  WString uuid = wStrToUpper(newGuid());
   if (subtitle.Header.empty()) return uuid;
   const TiXMLDocument header(subtitle.Header);
   const XMLElement* kept = elementAtPath(header.RootElement(), "sequence/uuid");

@@ -321,7 +321,7 @@ void TimedText10::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WSt
   ErrorCount = 0;
   const TiXMLDocument* document = parsedXml(lines);
   const XMLElement* root = document ? document->RootElement() : nullptr;
-  const XMLNode* body = findNodeDeep(root, "body");
+  const XMLNode* body = root ? findNodeDeep(root, "body") : nullptr;
   if (!body) return;
 
   // The rate alone: a multiplier is not looked at.

@@ -49,7 +49,8 @@ std::optional<TimeCode> parseTimeExpression(WStringView text, bool frameBased) {
   if (text.ends_with(u't')) {
     timedTextTimeFormat = TimedTextTimeFormat::Ticks;
     // Ticks beyond 32 bits wrap, on purpose.
-    return TimeCode{static_cast<double>(lowInt32(wideToLongLong(trimEndView(text, u't'))) / 10000)};
+    const int32_t milliseconds = lowInt32(wideToLongLong(trimEndView(text, u't'))) / 10000;
+    return TimeCode{static_cast<double>(milliseconds)};
   }
   if (isClockWithMilliseconds(text)) timedTextTimeFormat = TimedTextTimeFormat::ClockMilliseconds;
   const std::vector<WStringView> fields = splitViews(text, u":.,", false);
