@@ -149,6 +149,29 @@ int32_t loadJsonRecords(Subtitle& subtitle, const Lines& lines, const JsonLayout
   return errors;
 }
 
+WString writeJsonRecords(const Subtitle& subtitle, const JsonLayout& layout) {
+  const auto appendKey = [](WString& out, WStringView key) { out.append(u"\"").append(key).append(u"\":"); };
+  const auto appendTime = [&](WString& out, WStringView key, const TimeCode& time) {
+    appendKey(out, key);
+    out += doubleToWStr(time.TotalMilliseconds / layout.MillisecondsPerUnit, u"%f");
+    out += u',';
+  };
+  WString result = u"[";
+  result.reserve(subtitle.Paragraphs.size() * 160);  // enough for most
+  for (const auto& paragraph : subtitle.Paragraphs) {
+    if (result.size() > 1) result += u',';
+    result += u'{';
+    appendTime(result, layout.StartKey, paragraph->StartTime);
+    appendTime(result, layout.EndKey, paragraph->EndTime);
+    appendKey(result, layout.TextKey);
+    result += u'"';
+    result += jsonEscapeText(paragraph->Text);
+    result += uR"("})";
+  }
+  result += u']';
+  return result;
+}
+
 WString readJsonTag(WStringView record, WStringView key) {
   size_t begin = findText(record, WString(u"\"").append(key).append(u"\""));
   if (begin == WStringView::npos) begin = findText(record, WString(u"'").append(key).append(u"'"));

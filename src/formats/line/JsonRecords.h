@@ -24,6 +24,9 @@ struct JsonLayout {
 /// than digits and points: negative times and exponents are refused, and so is an empty text.
 int32_t loadJsonRecords(Subtitle& subtitle, const Lines& lines, const JsonLayout& layout);
 
+/// The file of a format that writes start, end and text under their keys, in this order. (An end is no duration.)
+WString writeJsonRecords(const Subtitle& subtitle, const JsonLayout& layout);
+
 /// The value of a key, which stands in double or else in single quotes. Empty if the key or the end of the value is
 /// missing. Of the value's escapes only \" is resolved; \u0021 to \u00c7 and \u00e9 become decimal digits ("233"), on
 /// purpose.

@@ -185,27 +185,14 @@ class ParagraphReader {
 // --- Writing
 
 WString skeleton() {
-  const TimedTextRate rate = timedTextRate();
   return uR"(<?xml version="1.0" encoding="utf-8" ?>
 <tt xmlns="http://www.w3.org/ns/ttml" xmlns:ttp="http://www.w3.org/ns/ttml#parameter" ttp:timeBase="media" xmlns:tts="http://www.w3.org/ns/ttml#style" xml:lang="en" xmlns:ttm="http://www.w3.org/ns/ttml#metadata">
    <head>
        <metadata>
            <ttm:title></ttm:title>
       </metadata>
-       <parameter>
-           <ttp:dropMode>")" +
-         rate.dropMode +
-         uR"("</ttp:dropMode>
-           <ttp:frameRate>")" +
-         rate.frameRate +
-         uR"("</ttp:frameRate>
-           <ttp:frameRateMultiplier>")" +
-         rate.multiplier +
-         uR"("</ttp:frameRateMultiplier>
-           <ttp:markerMode>"continuous"</ttp:markerMode>
-           <ttp:timeBase>"smpte"</ttp:timeBase>
-      </parameter>
-       <styling>
+)" + timedTextParameters() +
+         uR"(       <styling>
          <style id="s0" tts:backgroundColor="black" tts:fontStyle="normal" tts:fontSize="16" tts:fontFamily="sansSerif" tts:color="white" />
       </styling>
    </head>

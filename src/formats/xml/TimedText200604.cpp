@@ -102,24 +102,11 @@ const XMLNode* paragraphContainer(const XMLElement* root) {
 }
 
 WString skeleton() {
-  const TimedTextRate rate = timedTextRate();
   return uR"(<?xml version="1.0" encoding="utf-8" ?>
 <tt xmlns="http://www.w3.org/2006/04/ttaf1" xmlns:ttp="http://www.w3.org/2006/04/ttaf1#parameter" xmlns:tts="http://www.w3.org/2006/04/ttaf1#styling">
    <head>
-       <parameter>
-           <ttp:dropMode>")" +
-         rate.dropMode +
-         uR"("</ttp:dropMode>
-           <ttp:frameRate>")" +
-         rate.frameRate +
-         uR"("</ttp:frameRate>
-           <ttp:frameRateMultiplier>")" +
-         rate.multiplier +
-         uR"("</ttp:frameRateMultiplier>
-           <ttp:markerMode>"continuous"</ttp:markerMode>
-           <ttp:timeBase>"smpte"</ttp:timeBase>
-      </parameter>
-       <styling>
+)" + timedTextParameters() +
+         uR"(       <styling>
          <style id="defaultSpeaker" tts:fontSize="12px" tts:fontFamily="SansSerif" tts:fontWeight="normal" tts:fontStyle="normal" tts:textDecoration="none" tts:color="white" tts:backgroundColor="black" tts:textAlign="center" />
       </styling>
    </head>

@@ -105,4 +105,22 @@ TimedTextRate timedTextRate() {
   return rate;
 }
 
+WString timedTextParameters() {
+  const TimedTextRate rate = timedTextRate();
+  return uR"(       <parameter>
+           <ttp:dropMode>")" +
+         rate.dropMode +
+         uR"("</ttp:dropMode>
+           <ttp:frameRate>")" +
+         rate.frameRate +
+         uR"("</ttp:frameRate>
+           <ttp:frameRateMultiplier>")" +
+         rate.multiplier +
+         uR"("</ttp:frameRateMultiplier>
+           <ttp:markerMode>"continuous"</ttp:markerMode>
+           <ttp:timeBase>"smpte"</ttp:timeBase>
+      </parameter>
+)";
+}
+
 }  // namespace mova

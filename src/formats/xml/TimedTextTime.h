@@ -39,4 +39,7 @@ struct TimedTextRate {
 /// The parameters for `FrameRate`. Only the exact values 23.98, 29.97, 59.94 and 15.152 are known as broken rates.
 TimedTextRate timedTextRate();
 
+/// The same as an element for the head of a document. (The values are in quotation marks, on purpose.)
+WString timedTextParameters();
+
 }  // namespace mova
