@@ -1,5 +1,6 @@
 #include "formats/script/BelleNuitSubtitler.h"
 
+#include "formats/FrameTime.h"
 #include "model/Arithmetic.h"
 #include "model/GlobalSettings.h"
 #include "movautil/MovaUtil.h"
@@ -122,19 +123,12 @@ TimeCode frameTextToTime(WStringView text) {
 }
 
 /// "HH:MM:SS:FF"; hours don't wrap.
-void appendFrameTime(WString& out, const TimeCode& time) {
-  const int64_t total = cutToInt64(time.TotalMilliseconds);
+void appendExactFrameTime(WString& out, const TimeCode& time) {
+  const TimeFields fields = time.Fields();
   // As millisecondsToFrames, but with the rate in full precision.
-  int32_t frames = lowInt32(rounded(static_cast<double>(total % 1000) / (1000.0 / GlobalSettings.FrameRate)));
+  int32_t frames = lowInt32(rounded(static_cast<double>(fields.milliseconds) / (1000.0 / GlobalSettings.FrameRate)));
   if (frames >= 30) frames = cutToInt32(GlobalSettings.FrameRate - 0.01);
-
-  appendNumber(out, total / 3600000, 2);
-  out += u':';
-  appendNumber(out, total / 60000 % 60, 2);
-  out += u':';
-  appendNumber(out, total / 1000 % 60, 2);
-  out += u':';
-  appendNumber(out, frames, 2);
+  appendClock(out, fields, u':', frames);
 }
 
 /// Empty if there is none.
@@ -189,9 +183,9 @@ WString BelleNuitSubtitler::WriteText(const Subtitle& subtitle, const WString&) 
   WString titleList;
   for (const auto& paragraph : subtitle.Paragraphs) {
     titleList += u"/tc ";
-    appendFrameTime(titleList, paragraph->StartTime);
+    appendExactFrameTime(titleList, paragraph->StartTime);
     titleList += u' ';
-    appendFrameTime(titleList, paragraph->EndTime);
+    appendExactFrameTime(titleList, paragraph->EndTime);
     titleList += u"\r\n";
     titleList += cText(textToNativeStyle(trimView(paragraph->Text)));
     titleList += u"\r\n\n";

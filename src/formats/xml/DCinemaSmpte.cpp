@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <utility>
 
+#include "formats/FrameTime.h"
 #include "formats/xml/DCinemaRuns.h"
 #include "model/Arithmetic.h"
 #include "model/GlobalSettings.h"
@@ -225,18 +226,12 @@ uint32_t parseHexColor(WStringView text) {
 }
 
 WString DCinemaSmpte::timeCodeToText(TimeCode timeCode) const {
-  const int64_t time = cutToInt64(timeCode.TotalMilliseconds);
-  int64_t frames = rounded(static_cast<double>(time % 1000) / (1000.0 / frameRate));
+  const TimeFields fields = timeCode.Fields();
+  int64_t frames = rounded(static_cast<double>(fields.milliseconds) / (1000.0 / frameRate));
   // The limit is the rate of the conversion, what replaces it the rate of the reel, on purpose.
   if (static_cast<double>(frames) >= GlobalSettings.FrameRate) frames = cutToInt64(frameRate - 0.01);
   WString text;
-  appendNumber(text, time / 3600000, 2);
-  text += u':';
-  appendNumber(text, time / 60000 % 60, 2);
-  text += u':';
-  appendNumber(text, time / 1000 % 60, 2);
-  text += u':';
-  appendNumber(text, lowInt32(frames), 2);
+  appendClock(text, fields, u':', lowInt32(frames));
   return text;
 }
 

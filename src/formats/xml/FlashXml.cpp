@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "formats/FrameTime.h"
 #include "model/Arithmetic.h"
 #include "movautil/MovaUtil.h"
 #include "text/Markup.h"
@@ -65,15 +66,9 @@ std::optional<Paragraph> paragraphOf(const XMLElement& p) {
 }  // namespace
 
 WString flashClock(TimeCode timeCode) {
-  const int64_t time = cutToInt64(timeCode.TotalMilliseconds);
+  const TimeFields fields = timeCode.Fields();
   WString text;
-  appendNumber(text, time / 3600000, 2);
-  text += u':';
-  appendNumber(text, time / 60000 % 60, 2);
-  text += u':';
-  appendNumber(text, time / 1000 % 60, 2);
-  text += u'.';
-  appendNumber(text, time % 1000, 2);
+  appendClock(text, fields, u'.', fields.milliseconds);
   return text;
 }
 
