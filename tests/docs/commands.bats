@@ -43,6 +43,9 @@ runs_all() {
   [ -s samples/harbour.converted.srt ]
   [ "$(head -n 1 samples/harbour.vtt)" = WEBVTT ]
   cmp samples/harbour.vtt out.vtt
+  cmp samples/harbour.vtt piped.vtt
+  [ -s out/1998/kitchen.srt ]
+  [ "$(wc -l <report.jsonl)" -eq 2 ]
   [ -x .local/bin/mova ]
   [ -x a.out ]
 }
