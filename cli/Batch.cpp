@@ -120,10 +120,12 @@ class Report {
 
 class BatchRun {
  public:
-  BatchRun(const ConvertOptions& options, const Format& target, const MOVASettings& settings, InputList& inputs)
+  BatchRun(const ConvertOptions& options, const Format& target, const MOVASettings& settings, InputList& inputs,
+           const FileJob& job)
       : options_(options),
         target_(target),
         settings_(settings),
+        job_(job),
         inputs_(inputs),
         report_(options.report),
         workers_(options.jobs.value_or(usableCores()), chooseLimits(options)),
@@ -173,7 +175,7 @@ class BatchRun {
       result.outcome.output = output;
       result.isThere = result.isSkipped = true;
     } else {
-      const auto work = [&] { return pack(convertTo(output, next_->path, target_, settings_)); };
+      const auto work = [&] { return pack(job_(output, next_->path, target_, settings_)); };
       if (!workers_.start(firstInWindow_ + window_.size(), work)) {
         if (!workers_.areIdle()) return false;
         result.outcome.status = kSoftware;
@@ -245,6 +247,7 @@ class BatchRun {
   const ConvertOptions& options_;
   const Format& target_;
   const MOVASettings& settings_;
+  const FileJob& job_;
   InputReader inputs_;
   Report report_;
   Workers workers_;
@@ -273,7 +276,8 @@ void makeOutputFolder(const std::string& folder) {
 
 }  // namespace
 
-int convertBatch(const ConvertOptions& options, const Format& target, const MOVASettings& settings) {
+int convertBatch(const ConvertOptions& options, const Format& target, const MOVASettings& settings,
+                 const FileJob& job) {
   if (options.outputFolder->empty()) throw Failure(kUsage, "--output-dir is empty: name a folder");
   InputList inputs =
       collectInputs({options.inputs, options.filesFrom, options.recursive, *options.outputFolder, options.report});
@@ -282,7 +286,7 @@ int convertBatch(const ConvertOptions& options, const Format& target, const MOVA
   int status = 0;
   int interruption = 0;
   {
-    BatchRun run(options, target, settings, inputs);
+    BatchRun run(options, target, settings, inputs, job);
     status = run.run();
     interruption = run.interruption();
   }

@@ -15,6 +15,7 @@
 #include <cstring>
 #include <new>
 
+#include "Failure.h"
 #include "Files.h"
 
 namespace mova::cli {
@@ -119,7 +120,8 @@ void Workers::beWorker(Shared& shared, const std::function<std::string()>& work)
     shared.length = std::min(result.size(), kLongestResult);
     std::memcpy(shared.result, result.data(), shared.length);
     shared.isDone = true;
-  } catch (...) {  // There is no result then.
+  } catch (...) {
+    ::_exit(kSoftware);
   }
   // Nothing is cleared away: all of it goes with the process.
   ::_exit(0);
