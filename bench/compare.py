@@ -77,4 +77,5 @@ def main():
         compare("start (formats; ffmpeg -version)", ours, [ffmpeg, "-version"], runs)
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -127,6 +127,7 @@ class BatchRun {
         settings_(settings),
         job_(job),
         inputs_(inputs),
+        next_(inputs_.next()),
         report_(options.report),
         workers_(options.jobs.value_or(usableCores()), chooseLimits(options)),
         progressForm_(chooseProgress(options)),
@@ -249,12 +250,12 @@ class BatchRun {
   const MOVASettings& settings_;
   const FileJob& job_;
   InputReader inputs_;
+  std::optional<InputFile> next_;
   Report report_;
   Workers workers_;
   ProgressForm progressForm_;
   Progress progress_;
   Tally tally_;
-  std::optional<InputFile> next_;
   bool hasNext_ = true;
   std::deque<Result> window_;
   uint64_t firstInWindow_ = 0;

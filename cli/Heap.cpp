@@ -47,7 +47,54 @@ void addHugePart() {
 /// A block that large is a whole text, and may be beyond the huge part.
 constexpr size_t kLargeBlock = 1 << 26;
 
+/// What the parent allocates while its children run comes from here, so that it leaves their part alone.
+constexpr size_t kParentsPart = 1 << 15;
+
+/// Takes a block that is never freed and never written to.
+void leaveOut(size_t size) {
+  [[maybe_unused]] void* volatile block = std::malloc(size);
+}
+
+/// Bytes that lie free between blocks in use. They would be used first, page by page.
+size_t gaps() {
+  const struct mallinfo2 info = ::mallinfo2();
+  return info.fordblks - info.keepcost;
+}
+
+void leaveOutGaps() {
+  for (size_t size = 1 << 20; size >= 1 << 10; size /= 2) {
+    while (gaps() >= size) {
+      const size_t before = gaps();
+      void* volatile block = std::malloc(size);
+      if (gaps() < before) continue;
+      std::free(block);  // There are smaller gaps only: it is from the end of the heap.
+      break;
+    }
+  }
+}
+
 }  // namespace
+
+void emptyHeap() {
+  ::malloc_trim(0);
+}
+
+void prepareHeapForChildren(uint64_t most) {
+  if (::mallinfo2().arena == 0) return;  // an allocator of another make, which the rest would mean nothing to
+  constexpr uintptr_t page = 4096;
+  leaveOutGaps();
+  ::mallopt(M_TOP_PAD, 0);
+  void* volatile parentsPart = std::malloc(kParentsPart);
+  // The heap's end goes one page before a huge one, and what is free there begins in that page: its head is the last
+  // that the parent writes to.
+  const uintptr_t boundary = nextHugePage(heapEnd() + page);
+  leaveOut(boundary - page - heapEnd() + ::mallinfo2().keepcost - page / 2);
+  ::mallopt(M_TOP_PAD, static_cast<int>(std::min<uint64_t>(most, kHugePart)));
+  leaveOut(::mallinfo2().keepcost);
+  useHugePages(boundary, heapEnd());
+  ::mallopt(M_TOP_PAD, kGrowth);
+  std::free(parentsPart);
+}
 
 void prepareHeap() {
   // Memory that is kept is used again; memory that was given back costs faults again.

@@ -1,9 +1,18 @@
 /// The command's memory. A library leaves that to its host.
 #pragma once
 
+#include <cstdint>
+
 namespace mova::cli {
 
 /// Sets the heap up for conversions, which build up text and captions by the megabyte. Call it once, first of all.
 void prepareHeap();
+
+/// Gives back what the heap has in store.
+void emptyHeap();
+
+/// For a process that forks: what its children allocate comes from huge pages that are theirs alone. `most` bytes of
+/// address space at most are set aside for it.
+void prepareHeapForChildren(uint64_t most);
 
 }  // namespace mova::cli

@@ -17,6 +17,7 @@
 
 #include "Failure.h"
 #include "Files.h"
+#include "Heap.h"
 
 namespace mova::cli {
 
@@ -63,11 +64,14 @@ struct Workers::Shared {
   char result[kLongestResult];
 };
 
-Workers::Workers(size_t count, WorkerLimits limits)
-    : limits_(limits), parent_(::getpid()), startMemory_(ownMemory()), slots_(count) {
+Workers::Workers(size_t count, WorkerLimits limits) : limits_(limits), parent_(::getpid()), slots_(count) {
   void* shared = ::mmap(nullptr, count * sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
   if (shared == MAP_FAILED) throw std::bad_alloc();
   for (size_t i = 0; i < count; ++i) slots_[i].shared = static_cast<Shared*>(shared) + i;
+
+  emptyHeap();
+  startMemory_ = ownMemory();
+  prepareHeapForChildren(limits.memory.value_or(UINT64_MAX));
 
   sigemptyset(&interruptions_);
   for (const int signal : kInterruptions) {

@@ -70,7 +70,7 @@ class Workers {
 
   WorkerLimits limits_;
   pid_t parent_;
-  uint64_t startMemory_;
+  uint64_t startMemory_ = 0;
   std::vector<Slot> slots_;
   size_t running_ = 0;
   sigset_t interruptions_;

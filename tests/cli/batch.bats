@@ -1,7 +1,6 @@
 # Many files in one call.
 load helper
 
-# What a run says, without the order in which it is said mattering to the test's reader.
 setup() {
   mkdir "$BATS_TEST_TMPDIR/work"
   cd "$BATS_TEST_TMPDIR/work"
@@ -19,9 +18,12 @@ holds_files() {
   diff <(cd "$1" && find . ! -type d -printf '%P\n' | LC_ALL=C sort) <((($# == 1)) || printf '%s\n' "${@:2}" | LC_ALL=C sort)
 }
 
-# The process and all that it started are gone.
-is_gone() {
-  ! kill -0 "$1" 2>/dev/null
+# Folder `in` with many inputs: links to a long file, so that the run takes a while.
+many_files() {
+  mkdir in
+  long_caption_file long.srt
+  local i
+  for ((i = 1000; i < 1000 + $1; ++i)); do ln long.srt in/$i.srt; done
 }
 
 @test "files land in the folder under their names, told in the order of the inputs" {
@@ -414,4 +416,174 @@ mova: 2 converted, 1 skipped" ]
     same_bytes out$turn/99.srt expected_subrip
   done
   kill $changer
+}
+
+@test "a full disk in the middle: each file that doesn't fit is told, the others are there" {
+  three_files
+  long_caption_file in/b.srt
+  mkdir out
+  fills_up() {
+    eval "$1"
+    "$mova" convert in --recursive --to SubRip --output-dir out --report report && status=0 || status=$?
+    for name in a c; do same_bytes out/$name.srt expected_subrip; done
+    holds_files out a.srt c.srt
+    return $status
+  }
+  export -f fills_up same_bytes expected_subrip holds_files
+  export mova
+  namespace=()
+  ((EUID == 0)) || namespace=(unshare -rm)
+  if "${namespace[@]}" mount -t tmpfs tmpfs out 2>/dev/null; then
+    if ((EUID == 0)); then umount out; fi
+    run -73 "${namespace[@]}" bash -c 'fills_up "mount -t tmpfs -o size=32k tmpfs out"; status=$?; umount out; exit $status'
+    reason="No space left on device"
+  else # A container that lets nobody mount: the write fails for another reason, in the middle too.
+    run -73 bash -c 'fills_up "ulimit -f 20"'
+    reason="File too large"
+  fi
+  [ "${lines[1]}" = "mova: out/b.srt: can't be written: $reason" ]
+  [ "${lines[3]}" = "mova: 2 converted, 1 failed" ]
+  grep -F '"input":"in/b.srt","format":"SubRip","captions":1000,"target":"SubRip","output":null,"status":73' report
+}
+
+@test "a disk that is full from the start costs each file" {
+  three_files
+  run -73 bash -c 'ulimit -f 0; "$1" convert in --recursive --to SubRip --output-dir out --quiet --files-from /dev/null' - "$mova"
+  [[ "$output" == *": File too large" ]]
+}
+
+@test "a worker that needs more memory than --memory costs only its file" {
+  caption_file small.srt
+  long_caption_file part.srt
+  for i in {1..40}; do cat part.srt; done >large.srt
+  run -70 "$mova" convert large.srt small.srt --to WebVTT --output-dir out --memory 8M --report report
+  [[ "$output" == "mova: large.srt: "* ]]
+  [[ "$output" == *"mova: 1 converted, 1 failed" ]]
+  [[ "$(head -n 1 report)" == '{"input":"large.srt",'*'"output":null,"status":70,'* ]]
+  holds_files out small.vtt
+}
+
+# --- Interruptions.
+
+@test "an interrupted run leaves no half-written file, says how far it came, and goes on with --resume" {
+  many_files 300
+  "$mova" convert long.srt --to WebVTT --quiet
+  for signal in INT TERM HUP INT INT; do
+    rm -rf out
+    # Bash lets what it starts in the background ignore SIGINT.
+    env --default-signal=INT "$mova" convert in --recursive --to WebVTT --output-dir out --report report --quiet \
+      2>messages &
+    pid=$!
+    until [ "$(find out -name '*.vtt' 2>/dev/null | wc -l)" -ge $((RANDOM % 100)) ]; do :; done
+    kill -$signal $pid
+    wait $pid && status=0 || status=$?
+    [ "$status" = $((128 + $(kill -l $signal))) ]
+    [[ "$(cat messages)" == "mova: interrupted after "*" of 300 files; the same command with --resume goes on" ]]
+    [ "$(find out -name '.*' | wc -l)" = 0 ]
+    for file in out/*.vtt; do cmp "$file" long.vtt; done
+    done=$(find out -name '*.vtt' | wc -l)
+    told=$(grep -c '"status":0' report)
+    ((told <= done && told >= done - 20))
+  done
+  run -0 "$mova" convert in --recursive --to WebVTT --output-dir out --resume
+  [ "${lines[300]}" = "mova: $((300 - done)) converted, $done skipped" ]
+  for file in out/*.vtt; do cmp "$file" long.vtt; done
+}
+
+@test "an interruption reaches the whole group of processes, as from a terminal" {
+  many_files 300
+  for moment in 0.02 0.05 0.1 0.3; do
+    rm -rf out
+    setsid env --default-signal=INT "$mova" convert in --recursive --to WebVTT --output-dir out --quiet 2>messages &
+    pid=$!
+    sleep $moment
+    kill -INT -- -$pid || [ -s messages ] || true
+    wait $pid && status=0 || status=$?
+    [ "$status" = 130 ] || [ "$status" = 0 ]
+    [ ! -s messages ] || [[ "$(cat messages)" == "mova: interrupted after "* ]]
+    [ ! -e out ] || [ "$(find out -name '.*' | wc -l)" = 0 ]
+  done
+}
+
+@test "a signal that is ignored stays so" {
+  many_files 50
+  (
+    trap '' HUP
+    exec "$mova" convert in --recursive --to WebVTT --output-dir out --quiet
+  ) &
+  pid=$!
+  until [ -e out ]; do :; done
+  kill -HUP $pid
+  wait $pid
+  [ "$(find out -name '*.vtt' | wc -l)" = 50 ]
+}
+
+# --- Progress.
+
+# Runs a command on a terminal of its own, 100 columns wide.
+on_terminal() {
+  script -qec "stty cols 100; $*" /dev/null
+}
+
+@test "a bar on a terminal, gone at the end; only failures are listed" {
+  many_files 300
+  echo junk >in/0.srt
+  TERM=xterm run -2 on_terminal "$mova" convert in --recursive --to WebVTT --output-dir out --jobs 1
+  [[ "$output" == *"mova: in/0.srt: not in any format"* ]]
+  [[ "$output" =~ \[[#.]+\]\ [0-9]+\ of\ 301\ \ 1\ failed\ \ [0-9.]+/s\ \ 0:0[0-9]\ left ]]
+  [[ "$output" == *$'\r\e[K'"mova: 300 converted, 1 failed"* ]]
+  [[ "$output" != *"in/1000.srt"* ]]
+}
+
+@test "no bar on a dumb terminal, with --quiet, or elsewhere" {
+  three_files
+  TERM=dumb run -0 on_terminal "$mova" convert in --recursive --to WebVTT --output-dir out
+  [[ "$output" == "in/a.srt: SubRip"* ]]
+  TERM=xterm run -0 on_terminal "$mova" convert in --recursive --to WebVTT --output-dir out --quiet
+  [ "$output" = "" ]
+  run -0 "$mova" convert in --recursive --to WebVTT --output-dir out
+  [[ "$output" != *$'\e'* ]]
+}
+
+@test "--progress plain writes lines and lists failures only" {
+  three_files
+  echo junk >in/b.srt
+  TERM=xterm run -2 "$mova" convert in --recursive --to WebVTT --output-dir out --progress plain
+  [[ "${lines[0]}" == "mova: in/b.srt: not in any format"* ]]
+  [ "${lines[1]}" = "mova: 2 converted, 1 failed" ]
+}
+
+# --- Very many.
+
+in_memory=
+teardown() {
+  [ -z "$in_memory" ] || rm -rf "$in_memory"
+}
+
+@test "very many inputs, every tenth of them junk" {
+  count=100000
+  # With sanitizers each process takes many times as long.
+  [[ "$build" != *asan* ]] || count=2000
+  # Some disks take minutes to let go of so many files.
+  if [ -w /dev/shm ]; then
+    in_memory=$(mktemp -d /dev/shm/mova-test-XXXXXX)
+    cd "$in_memory"
+  fi
+  mkdir caps junk
+  awk -v count=$count 'BEGIN {
+    for (i = 0; i < count; ++i) {
+      name = sprintf("%s/%06d.srt", i % 10 == 3 ? "junk" : "caps", i)
+      print name
+      if (i % 10 == 3) print "just a note" >name
+      else print "1\n00:00:01,000 --> 00:00:02,000\nHello.\n" >name
+      close(name)
+    }
+  }' >list
+  run -2 timeout 300 "$mova" convert --files-from list --to SubRip --output-dir out --report report --progress plain
+  [ "${lines[-1]}" = "mova: $((count * 9 / 10)) converted, $((count / 10)) failed" ]
+  [ "$(wc -l <report)" = $count ]
+  [ "$(grep -c '^{"input":"caps/.*"status":0,' report)" = $((count * 9 / 10)) ]
+  [ "$(grep -c '^{"input":"junk/.*"status":2,' report)" = $((count / 10)) ]
+  # In the order of the list.
+  cmp list <(sed 's/^{"input":"\([^"]*\)".*/\1/' report)
 }
