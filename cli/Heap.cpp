@@ -119,6 +119,15 @@ void* operator new(size_t size) {
   }
 }
 
+// With the address sanitizer this one would not go through the other by itself.
+void* operator new(size_t size, const std::nothrow_t&) noexcept {
+  try {
+    return operator new(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
 void operator delete(void* block) noexcept {
   std::free(block);
 }
