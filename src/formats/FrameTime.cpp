@@ -6,8 +6,9 @@
 
 namespace mova {
 
-void appendClock(WString& out, const TimeFields& fields, char16_t separator, int64_t last, int digits) {
-  appendNumber(out, fields.hours, 2);
+void appendClock(WString& out, const TimeFields& fields, char16_t separator, int64_t last, int digits,
+                 int hourDigits) {
+  appendNumber(out, fields.hours, hourDigits);
   out += u':';
   appendNumber(out, fields.minutes, 2);
   out += u':';

@@ -9,7 +9,8 @@
 namespace mova {
 
 /// "HH:MM:SS", the separator, and a last field of so many digits in place of the milliseconds.
-void appendClock(WString& out, const TimeFields& fields, char16_t separator, int64_t last, int digits = 2);
+void appendClock(WString& out, const TimeFields& fields, char16_t separator, int64_t last, int digits = 2,
+                 int hourDigits = 2);
 
 /// "HH:MM:SS:FF", or with another unit in front of the frames. Hours don't wrap; each field of a negative time bears
 /// its own sign.

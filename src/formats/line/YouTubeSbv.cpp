@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "formats/FrameTime.h"
 #include "model/Arithmetic.h"
 #include "movautil/MovaUtil.h"
 #include "text/Strings.h"
@@ -12,14 +13,8 @@ namespace {
 
 /// Hours are neither filled up nor wrapped. Each field bears its own sign.
 void appendTime(WString& out, const TimeCode& timeCode) {
-  const int64_t time = cutToInt64(timeCode.TotalMilliseconds);
-  appendNumber(out, time / 3600000);
-  out += u':';
-  appendNumber(out, time / 60000 % 60, 2);
-  out += u':';
-  appendNumber(out, time / 1000 % 60, 2);
-  out += u'.';
-  appendNumber(out, time % 1000, 3);
+  const TimeFields fields = timeCode.Fields();
+  appendClock(out, fields, u'.', fields.milliseconds, 3, 1);
 }
 
 /// Whether the line is eight numbers with their separators: -?\d+:-?\d+:-?\d+[:,.]-?\d+,\d+:-?\d+:-?\d+[:,.]-?\d+

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "formats/FrameTime.h"
 #include "formats/script/SsaHeader.h"
 #include "formats/script/SsaStyle.h"
 #include "model/Arithmetic.h"
@@ -24,14 +25,8 @@ bool contains(WStringView text, WStringView what) {
 
 /// "h:mm:ss.cc"; what is less than a hundredth of a second is dropped.
 void appendSsaTime(WString& out, const TimeCode& time) {
-  const int64_t total = cutToInt64(time.TotalMilliseconds);
-  appendNumber(out, total / 3600000);
-  out += u':';
-  appendNumber(out, total / 60000 % 60, 2);
-  out += u':';
-  appendNumber(out, total / 1000 % 60, 2);
-  out += u'.';
-  appendNumber(out, total % 1000 / 10, 2);
+  const TimeFields fields = time.Fields();
+  appendClock(out, fields, u'.', fields.milliseconds / 10, 2, 1);
 }
 
 void appendEvent(WString& out, const Paragraph& paragraph, WStringView style) {

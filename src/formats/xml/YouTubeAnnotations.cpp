@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "formats/FrameTime.h"
 #include "model/Arithmetic.h"
 #include "movautil/MovaUtil.h"
 #include "text/Strings.h"
@@ -50,15 +51,9 @@ bool hasTextAndTimes(const XMLElement& annotation) {
 }  // namespace
 
 WString annotationClock(TimeCode timeCode) {
-  const int64_t time = cutToInt64(timeCode.TotalMilliseconds);
+  const TimeFields fields = timeCode.Fields();
   WString text;
-  appendNumber(text, time / 3600000);
-  text += u':';
-  appendNumber(text, time / 60000 % 60, 2);
-  text += u':';
-  appendNumber(text, time / 1000 % 60, 2);
-  text += u'.';
-  appendNumber(text, time % 1000);
+  appendClock(text, fields, u'.', fields.milliseconds, 1, 1);
   return text;
 }
 
