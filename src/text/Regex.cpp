@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <limits>
+#include <new>
 
 #include "movautil/MovaUtil.h"
 #include "text/Strings.h"
@@ -27,6 +28,12 @@ class CLocaleScope {
   locale_t previous_;
 };
 
+/// Whether it succeeded. Without memory it can't tell, and "no" would be a wrong answer.
+bool engineSays(int code) {
+  if (code == REG_ESPACE) throw std::bad_alloc();
+  return code == 0;
+}
+
 }  // namespace
 
 bool Regex::Search(std::string_view subject, regmatch_t* matches, size_t count, int flags) const {
@@ -37,7 +44,7 @@ bool Regex::Search(std::string_view subject, regmatch_t* matches, size_t count, 
   if (count == 0) matches = &range;
   matches[0] = {0, static_cast<regoff_t>(subject.size())};
   const CLocaleScope scope;
-  return regexec(compiled_.get(), subject.data(), count, matches, flags | REG_STARTEND) == 0;
+  return engineSays(regexec(compiled_.get(), subject.data(), count, matches, flags | REG_STARTEND));
 }
 
 bool Regex::Matches(WStringView text) const {
@@ -49,7 +56,7 @@ Regex createRegex(WStringView pattern) {
   const CLocaleScope scope;
   auto compiled = std::make_unique<regex_t>();
   Regex regex;
-  if (regcomp(compiled.get(), narrow.c_str(), REG_EXTENDED) != 0) {
+  if (!engineSays(regcomp(compiled.get(), narrow.c_str(), REG_EXTENDED))) {
     std::fputs("UtilityFunctions: createRegex: could not compile regular expression\n", stdout);
     return regex;
   }
