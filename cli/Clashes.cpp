@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -135,9 +136,9 @@ class ClashCheck {
 
   /// Leaves one key of those that mean the same file: there may be any number of links to it.
   void compareAll(std::vector<Key>& keys) {
-    const auto order = [](const Key& key) { return std::pair(key.hash(), key.kind()); };
-    const auto same = [&](const Key& a, const Key& b) { return order(a) == order(b); };
-    std::stable_sort(keys.begin(), keys.end(), [&](const Key& a, const Key& b) { return order(a) < order(b); });
+    const auto order = [](const Key& key) { return std::tuple(key.hash(), key.kind(), key.owner()); };
+    const auto same = [](const Key& a, const Key& b) { return a.hash() == b.hash() && a.kind() == b.kind(); };
+    std::sort(keys.begin(), keys.end(), [&](const Key& a, const Key& b) { return order(a) < order(b); });
     for (auto key = keys.begin(); (key = std::adjacent_find(key, keys.end(), same)) != keys.end(); ++key) {
       if (key->kind() == Kind::kPlace) refuseIfSamePlace(key[0].owner(), key[1].owner());
     }
