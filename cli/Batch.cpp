@@ -14,6 +14,7 @@
 #include <deque>
 #include <filesystem>
 #include <thread>
+#include <utility>
 
 #include "Clashes.h"
 #include "Failure.h"
@@ -91,7 +92,7 @@ bool isUpToDate(const std::string& output, const std::string& input) {
 /// The file of --report.
 class Report {
  public:
-  explicit Report(const std::optional<std::string>& path) : path_(path) {
+  explicit Report(std::optional<std::string> path) : path_(std::move(path)) {
     if (path_ && !(file_ = std::fopen(path_->c_str(), "we"))) refuse();
   }
   Report(const Report&) = delete;

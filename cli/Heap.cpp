@@ -30,6 +30,7 @@ uintptr_t nextHugePage(uintptr_t address) {
 
 void useHugePages(uintptr_t begin, uintptr_t end) {
   begin = nextHugePage(begin);
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): a page has no pointer of its own
   if (begin < end) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
 }
 
@@ -53,7 +54,7 @@ constexpr size_t kParentsPart = 1 << 15;
 /// Takes a block that is never freed and never written to.
 void leaveOut(size_t size) {
   [[maybe_unused]] void* volatile block = std::malloc(size);
-}
+}  // NOLINT(clang-analyzer-unix.Malloc): it is to be lost
 
 /// Bytes that lie free between blocks in use. They would be used first, page by page.
 size_t gaps() {

@@ -24,7 +24,7 @@ namespace mova::cli {
 namespace {
 
 /// A result that is longer is cut. Three of the longest paths fit in.
-constexpr size_t kLongestResult = 3 * PATH_MAX;
+constexpr size_t kLongestResult = size_t{3} * PATH_MAX;
 
 constexpr int kInterruptions[] = {SIGINT, SIGTERM, SIGHUP};
 

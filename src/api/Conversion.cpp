@@ -77,6 +77,7 @@ Conversion convertFile(const WString& inputPath, const WString& formatName, cons
 
 }  // namespace mova
 
+// Texts by value are part of the binary interface. NOLINTNEXTLINE(performance-unnecessary-value-param)
 uint32_t movaConvertCC(MOVAString inputPath, MOVAString formatName, MOVAString outputPath,
                        const MOVASettings* settings) {
   const mova::Conversion conversion = mova::convertFile(inputPath, formatName, outputPath, settings);
