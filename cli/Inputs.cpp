@@ -47,10 +47,7 @@ class FolderWalk {
 
   void addTo(InputList& list, const std::string& path) {
     const std::string root = path.ends_with('/') ? path : path + '/';
-    if (!walk(root, "")) {
-      list.add({path, beginOfName(path)});
-      return;
-    }
+    if (!walk(root, "")) list.add({path, beginOfName(path)});
     names_.forEach([&](const std::string& name) { list.add({root + name, root.size()}); });
   }
 
@@ -59,8 +56,6 @@ class FolderWalk {
   bool walk(const std::string& root, const std::string& below) {
     const Folder folder(::opendir((root + below).c_str()), ::closedir);
     if (!folder) return false;
-    struct stat self {};
-    if (::fstat(::dirfd(folder.get()), &self) == 0 && isOutput(self)) return true;
     for (;;) {
       errno = 0;
       const dirent* entry = ::readdir(folder.get());

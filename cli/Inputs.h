@@ -47,7 +47,7 @@ struct InputOptions {
   const std::vector<std::string>& inputs;
   const std::optional<std::string>& filesFrom;
   bool recursive;
-  const std::string& outputFolder;           ///< never looked into
+  const std::string& outputFolder;           ///< not looked into on the way through another
   const std::optional<std::string>& report;  ///< that of an earlier run is no input
 };
 

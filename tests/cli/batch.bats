@@ -81,6 +81,14 @@ mova: 5 converted" ]
   holds_files . a.srt b.srt c.srt out/a.srt out/b.srt out/c.srt report.jsonl
 }
 
+@test "outputs go beside the inputs if that is the folder for them" {
+  three_files
+  run -0 "$mova" convert in --recursive --to WebVTT --output-dir in
+  holds_files in a.srt a.vtt b.srt b.vtt c.srt c.vtt
+  run -64 "$mova" convert in --recursive --to WebVTT --output-dir in
+  [[ "$output" == "mova: in/"* ]]
+}
+
 @test "links to folders are not followed" {
   three_files
   ln -s . in/round
