@@ -58,6 +58,23 @@ mova: 3 converted" ]
   done
 }
 
+@test "each file becomes what a process that does nothing else makes of it" {
+  mkdir in
+  for sample in "$repository"/samples/* "$repository"/tests/golden/TimedText*/*.xml; do
+    name=$(basename "$sample")
+    cp "$sample" "in/${name//./-}.${name##*.}"
+  done
+  for target in WebVTT "Timed Text 1.0" "Sub Station Alpha" "Final Cut Pro X Xml"; do
+    rm -rf out single
+    mkdir single
+    "$mova" convert in --recursive --to "$target" --output-dir out --quiet --jobs 3 || [ $? -le 2 ]
+    for input in in/*; do
+      "$mova" convert "$input" --to "$target" --output single --quiet || [ $? -le 2 ]
+    done
+    diff -r out single
+  done
+}
+
 @test "a folder keeps its subfolders, and its files come sorted by their bytes" {
   mkdir -p "in/s 1/deep" in/B
   for name in z "s 1/a" "s 1/deep/b" B/c ä; do caption_file "in/$name.srt"; done

@@ -161,7 +161,7 @@ TEST_F(BatchTest, AWorkerGetsTheMemoryThatItMayHaveAndNoMore) {
   EXPECT_THAT(outputs(), testing::ElementsAre("a.vtt"));
 }
 
-TEST_F(BatchTest, ResultsBeyondTheWindowWaitForASlowFile) {
+TEST_F(BatchTest, ManyResultsWaitForASlowFile) {
   addInput("slow");
   for (int i = 0; i < 40; ++i) addInput(std::to_string(i));
   EXPECT_EQ(run(), 0);
