@@ -6,8 +6,7 @@
 
 namespace mova {
 
-void appendClock(WString& out, const TimeFields& fields, char16_t separator, int64_t last, int digits,
-                 int hourDigits) {
+void appendClock(WString& out, const TimeFields& fields, char16_t separator, int64_t last, int digits, int hourDigits) {
   appendNumber(out, fields.hours, hourDigits);
   out += u':';
   appendNumber(out, fields.minutes, 2);
