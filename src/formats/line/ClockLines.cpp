@@ -6,6 +6,7 @@ namespace mova {
 namespace {
 
 bool isClockLine(WStringView line) {
+  if (line.size() < 23) return false;  // as most lines are
   line = trimView(line);
   if (line.size() < 23 || line[2] != u':') return false;
   // The unit behind the first time: two digits follow a ":", three a ".".

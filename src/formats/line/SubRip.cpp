@@ -1,5 +1,6 @@
 #include "formats/line/SubRip.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "model/Arithmetic.h"
@@ -139,6 +140,7 @@ void SubRip::LoadSubtitle(Subtitle& subtitle, const Lines& lines, const WString&
   _paragraph = std::make_unique<Paragraph>();
   _expecting = ExpectingNumber;
   _hasBlankLines = false;
+  _hasZeros = lines.Contains(u'\0');
   ErrorCount = 0;
   subtitle.Paragraphs.clear();
   bool renumber = false;
@@ -220,7 +222,7 @@ void SubRip::ReadTextLine(WStringView line) {
   }
   const size_t begin = text.size();
   text += line;
-  for (size_t zero = begin; (zero = findUnit(text, u'\0', zero)) != WString::npos;) text[zero] = u' ';
+  if (_hasZeros) std::replace(text.begin() + static_cast<ptrdiff_t>(begin), text.end(), u'\0', u' ');
   text.resize(begin + trimEndView(WStringView(text).substr(begin)).size());
   if (text.size() == begin) _hasBlankLines = true;  // a line of zero units
 }

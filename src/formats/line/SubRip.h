@@ -33,6 +33,7 @@ class SubRip : public SubtitleFormat {
 
   Expecting _expecting = ExpectingNumber;
   bool _hasBlankLines = false;            ///< Whether any text may hold two line ends in a row.
+  bool _hasZeros = false;                 ///< Whether any line holds a zero unit.
   std::unique_ptr<Paragraph> _paragraph;  ///< The block being read.
   /// The block that was read last, or null. It is not reset at the start of a load: the load that follows a trial
   /// begins with the trial's last block here, on purpose, so that a stray line at the top is no error then.
