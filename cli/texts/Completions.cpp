@@ -108,7 +108,7 @@ std::string bashCases(const std::vector<Command>& commands) {
 
 // --- zsh.
 
-/// The text between brackets or behind a colon of an _arguments specification.
+/// The text between brackets or behind a colon of an argument of _arguments.
 std::string zshText(std::string text) {
   for (const std::string_view special : {"\\", "[", "]", ":"}) {
     text = replaceAll(text, special, "\\" + std::string(special));
@@ -141,7 +141,7 @@ std::string zshValue(const Argument& argument) {
   return fmt::format(":{}:{}", zshText(argument.value), action);
 }
 
-std::string zshSpecifications(const Command& command) {
+std::string zshArguments(const Command& command) {
   std::string result;
   for (const Argument& argument : command.arguments) {
     if (argument.positional) {
@@ -151,9 +151,9 @@ std::string zshSpecifications(const Command& command) {
     for (const std::string& name : argument.names) {
       const char* repeat = argument.repeatable ? "*" : "";
       const char* equals = argument.kind != ValueKind::None && name.starts_with("--") ? "=" : "";
-      const std::string specification =
+      const std::string text =
           fmt::format("{}{}{}[{}]{}", repeat, name, equals, zshText(argument.help), zshValue(argument));
-      result += " \\\n        " + shellWord(specification);
+      result += " \\\n        " + shellWord(text);
     }
   }
   return result;
@@ -259,7 +259,7 @@ std::string zshCompletion(const std::vector<Command>& commands) {
   for (const Command& command : commands) {
     if (command.name.empty()) continue;
     names += fmt::format("    {}\n", shellWord(command.name + ":" + zshText(command.help)));
-    cases += fmt::format("    {})\n      _arguments{}\n      ;;\n", command.name, zshSpecifications(command));
+    cases += fmt::format("    {})\n      _arguments{}\n      ;;\n", command.name, zshArguments(command));
   }
   return fmt::format(
       R"(#compdef mova
@@ -298,7 +298,7 @@ _mova() {{
 
 _mova "$@"
 )",
-      fmt::join(shellWords(writableFormats()), " "), fmt::join(fields, " "), names, zshSpecifications(commands.front()),
+      fmt::join(shellWords(writableFormats()), " "), fmt::join(fields, " "), names, zshArguments(commands.front()),
       cases);
 }
 
