@@ -22,8 +22,10 @@ bool isLeadSurrogate(char16_t unit) {
 bool writeAll(int file, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = write(file, bytes.data(), bytes.size());
-    if (written < 0 && errno != EINTR) return false;
-    if (written > 0) bytes.remove_prefix(static_cast<size_t>(written));
+    if (written < 0 && errno == EINTR) continue;
+    if (written == 0) errno = EIO;  // A device that takes nothing would be asked for ever.
+    if (written <= 0) return false;
+    bytes.remove_prefix(static_cast<size_t>(written));
   }
   return true;
 }

@@ -28,30 +28,30 @@ as_root() {
   fi
 }
 
-# Copies programs of this machine into the folder `root` with all that they need.
-copy_to_root() {
+# Copies programs of this machine into the folder `scratch` with all that they need.
+copy_to_scratch() {
   local files file
   files=$(ldd "$@" 2>/dev/null | grep -o '/[^ ]*\.so[^ ):]*')
   for file in "$@" $files; do
-    [[ $file == "$packages"/* ]] || cp --parents -L -n "$file" root
+    [[ $file == "$packages"/* ]] || cp --parents -L -n "$file" scratch
   done
 }
 
-# The folder `root`: a shell, ldconfig, the libraries that the command needs from Debian, and a package database that
+# The folder `scratch`: a shell, ldconfig, the libraries that the command needs from Debian, and a package database that
 # knows the packages of these libraries.
-make_root() {
+make_scratch() {
   local names
-  mkdir -p root/etc root/tmp root/var/lib/dpkg/info root/var/lib/dpkg/updates
+  mkdir -p scratch/etc scratch/tmp scratch/var/lib/dpkg/info scratch/var/lib/dpkg/updates
   names=$(for deb in $all_packages; do dpkg-deb -f "$deb" Depends; done | tr ',' '\n' | awk '!/mova/ { print $1 }' | sort -u)
-  dpkg-query -s $names >root/var/lib/dpkg/status
-  for name in $names; do : >"root/var/lib/dpkg/info/$name.list"; done
-  cp -r /etc/ld.so.conf* root/etc
-  copy_to_root /bin/sh /sbin/ldconfig* "$packages/bin/mova" "$packages/libmova.so"
+  dpkg-query -s $names >scratch/var/lib/dpkg/status
+  for name in $names; do : >"scratch/var/lib/dpkg/info/$name.list"; done
+  cp -r /etc/ld.so.conf* scratch/etc
+  copy_to_scratch /bin/sh /sbin/ldconfig* "$packages/bin/mova" "$packages/libmova.so"
 }
 
-dpkg_in_root() { as_root dpkg --root="$PWD/root" --log="$PWD/dpkg.log" --force-not-root "$@"; }
+dpkg_in_scratch() { as_root dpkg --root="$PWD/scratch" --log="$PWD/dpkg.log" --force-not-root "$@"; }
 
-installed_files() { (cd root && find . -path ./var/lib/dpkg -prune -o -path ./var/cache -prune -o -print | LC_ALL=C sort); }
+installed_files() { (cd scratch && find . -path ./var/lib/dpkg -prune -o -path ./var/cache -prune -o -print | LC_ALL=C sort); }
 
 @test "the packages hold the right files" {
   files() { dpkg-deb -c "$1" | awk '{ $2 = $3 = $4 = $5 = ""; print }' | tr -s ' ' | grep -v '/$'; }
@@ -108,19 +108,19 @@ libmovautil $major libmova$major (>= $version)" ]
 }
 
 @test "they install, work and go without a trace" {
-  make_root
+  make_scratch
   installed_files >before
-  dpkg_in_root --install $all_packages
+  dpkg_in_scratch --install $all_packages
 
-  caption_file root/tmp/film.txt
-  as_root chroot root /usr/bin/mova convert /tmp/film.txt --to SubRip
-  same_bytes root/tmp/film.srt expected_subrip
-  rm root/tmp/film.*
-  mandoc -T lint -W error root/usr/share/man/man1/mova.1.gz
+  caption_file scratch/tmp/film.txt
+  as_root chroot scratch /usr/bin/mova convert /tmp/film.txt --to SubRip
+  same_bytes scratch/tmp/film.srt expected_subrip
+  rm scratch/tmp/film.*
+  mandoc -T lint -W error scratch/usr/share/man/man1/mova.1.gz
 
   # Programs are compiled against the installed library, through CMake and through pkg-config.
-  local lib=$PWD/root/usr/lib/$triplet
-  cmake -S "$repository/tests/package/consumer" -B consumer -G Ninja -DCMAKE_PREFIX_PATH="$PWD/root/usr"
+  local lib=$PWD/scratch/usr/lib/$triplet
+  cmake -S "$repository/tests/package/consumer" -B consumer -G Ninja -DCMAKE_PREFIX_PATH="$PWD/scratch/usr"
   cmake --build consumer
   g++ "$repository/tests/host/host.cpp" -o host -Wl,-rpath-link,"$lib" \
     $(PKG_CONFIG_PATH=$lib/pkgconfig pkg-config --cflags --libs mova)
@@ -131,13 +131,13 @@ libmovautil $major libmova$major (>= $version)" ]
     rm film.txt out.*
   done
 
-  dpkg_in_root --purge mova libmova-dev "libmova$major"
+  dpkg_in_scratch --purge mova libmova-dev "libmova$major"
   diff before <(installed_files | grep -v '^\./etc/ld.so.cache$')
-  run ! grep -i mova root/var/lib/dpkg/status
+  run ! grep -i mova scratch/var/lib/dpkg/status
 }
 
 @test "the command is not installed without its library" {
-  make_root
-  run -1 dpkg_in_root --install "$(package mova)"
+  make_scratch
+  run -1 dpkg_in_scratch --install "$(package mova)"
   [[ "$output" == *"mova depends on libmova$major (= $version)"* ]]
 }

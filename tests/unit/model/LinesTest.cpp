@@ -252,5 +252,21 @@ TEST_F(ReadLines, CannotOpenAPathOf260Bytes) {
   EXPECT_NE(testing::internal::GetCapturedStdout(), "");
 }
 
+TEST(Lines, DecodesLinesOfAnyLengthWithACharacterAtAnyPlace) {
+  for (size_t size = 0; size < 40; ++size) {
+    for (size_t place = 0; place <= size; ++place) {
+      const std::string before(place, 'a');
+      const std::string behind(size - place, 'b');
+      EXPECT_EQ(decoded("x\n" + before + "\xE2\x80\x99" + behind + "\nz"),
+                (Texts{WString(place, u'a') + u"\u2019" + WString(size - place, u'b'), u"z"}));
+    }
+    EXPECT_EQ(decoded("x\n" + std::string(size, 'a') + "\nz"), (Texts{WString(size, u'a'), u"z"}));
+  }
+}
+
+TEST(Lines, EndsALineAtAZeroByteWhateverTheOthersHold) {
+  EXPECT_EQ(decoded("x\nplain line\nab\0cd\nplain\n"s), (Texts{u"plain line", u"ab", u"plain"}));
+}
+
 }  // namespace
 }  // namespace mova

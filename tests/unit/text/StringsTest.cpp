@@ -198,6 +198,20 @@ TEST(ByteUnits, TurnLatin1IntoUtf8AndBack) {
   EXPECT_EQ(utf8UnitsToLatin1Units(u"a\u00C3"), u"a\u00C3");
 }
 
+TEST(Strings, FindsAUnitAtAnyPlaceOfAnyText) {
+  for (size_t size = 0; size < 80; ++size) {
+    for (size_t place = 0; place <= size; ++place) {  // at the last turn nowhere
+      WString text(size, u'a');
+      if (place < size) text[place] = u'\u2019';
+      for (size_t start : {size_t{0}, size_t{1}, size_t{7}, place, place + 1}) {
+        ASSERT_EQ(findUnit(text, u'\u2019', start), text.find(u'\u2019', start))
+            << size << " " << place << " " << start;
+      }
+      ASSERT_EQ(findUnit(text, u'\u0119'), WString::npos);  // the low byte alone is the same
+    }
+  }
+}
+
 TEST(CText, EndsAtTheFirstZeroUnit) {
   EXPECT_EQ(cText(WString(u"ab\0c", 4)), u"ab");
   EXPECT_EQ(cText(u"ab"), u"ab");
