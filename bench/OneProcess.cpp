@@ -1,5 +1,5 @@
 // Converts files one after the other in this process: mova_one_process FOLDER FORMAT INPUT...
-// What `mova convert INPUT... --output-dir FOLDER` does, without a process for each file.
+// What `mova convert INPUT... --output-dir FOLDER` does, without worker processes.
 #include <cstdio>
 #include <filesystem>
 

@@ -60,7 +60,7 @@ def main():
     print("|                          |   wall | processor | files/s |")
     print("|---|---|---|---|")
     print("| in one process each core | %6.2f | %9.2f | %7.0f |" % (alone_wall, alone_cpu, count / alone_wall))
-    print("| a process for each file  | %6.2f | %9.2f | %7.0f |" % (batch_wall, batch_cpu, count / batch_wall))
+    print("| mova convert             | %6.2f | %9.2f | %7.0f |" % (batch_wall, batch_cpu, count / batch_wall))
     ratio = statistics.median(a[0] / b[0] for a, b in results)
     print("%.0f %% of what the cores give (%.0f %% by processor time)" % (100 * ratio, 100 * alone_cpu / batch_cpu))
 

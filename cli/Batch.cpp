@@ -24,6 +24,7 @@
 #include "Results.h"
 #include "Text.h"
 #include "Workers.h"
+#include "api/Conversion.h"
 
 namespace mova::cli {
 
@@ -130,7 +131,7 @@ class BatchRun {
         inputs_(inputs),
         next_(inputs_.next()),
         report_(options.report),
-        workers_(options.jobs.value_or(usableCores()), chooseLimits(options)),
+        workers_(options.jobs.value_or(usableCores()), chooseLimits(options), [this](Task task) { return work(task); }),
         progressForm_(chooseProgress(options)),
         progress_(progressForm_) {
     tally_.total = inputs.size();
@@ -138,11 +139,11 @@ class BatchRun {
 
   int run() {
     do {
-      startWork();
+      takeInputs();
       if (auto ended = workers_.wait(workers_.areIdle() ? Clock::now() : progress_.due())) finish(*ended);
       tellResults();
       progress_.show(tally_);
-    } while (workers_.interruption() == 0 && !(workers_.areIdle() && !hasNext_ && window_.empty()));
+    } while (workers_.interruption() == 0 && !(next_ == std::nullopt && window_.empty()));
     progress_.hide();
     if (workers_.interruption() != 0) tellInterruption();
     report_.check();
@@ -155,50 +156,54 @@ class BatchRun {
  private:
   struct Result {
     Outcome outcome;
+    std::string output;  ///< the path that is to be written
     bool isThere = false;
     bool isSkipped = false;
   };
 
-  void startWork() {
-    while (!workers_.areFull() && window_.size() < kWindow) {
-      if (!next_) next_ = inputs_.next();
-      hasNext_ = next_.has_value();
-      if (!hasNext_ || !startNext()) return;
-      next_.reset();
-    }
+  void takeInputs() {
+    for (; next_ && !workers_.haveEnough() && window_.size() < kWindow; next_ = inputs_.next()) takeInput(*next_);
   }
 
-  /// False if there is no room for another process now.
-  bool startNext() {
+  void takeInput(const InputFile& input) {
     Result result;
-    result.outcome.input = next_->path;
-    const std::string output = next_->outputPath(*options_.outputFolder, target_.extension);
-    if (options_.resume && isUpToDate(output, next_->path)) {
-      result.outcome.output = output;
+    result.outcome.input = input.path;
+    result.output = input.outputPath(*options_.outputFolder, target_.extension);
+    if (options_.resume && isUpToDate(result.output, input.path)) {
+      result.outcome.output = result.output;
       result.isThere = result.isSkipped = true;
     } else {
-      const auto work = [&] { return pack(job_(output, next_->path, target_, settings_)); };
-      if (!workers_.start(firstInWindow_ + window_.size(), work)) {
-        if (!workers_.areIdle()) return false;
-        result.outcome.status = kSoftware;
-        result.outcome.message =
-            fmt::format("{}: no process can be started for it: {}", printable(next_->path), std::strerror(errno));
-        result.isThere = true;
-      }
+      workers_.give(firstInWindow_ + window_.size());
     }
     window_.push_back(std::move(result));
-    return true;
+  }
+
+  Result& resultOf(Task task) { return window_[task - firstInWindow_]; }
+
+  /// Done by a worker, which may have converted other files before.
+  std::string work(Task task) {
+    forgetConversions();
+    const Result& result = resultOf(task);
+    return pack(job_(result.output, result.outcome.input, target_, settings_));
   }
 
   void finish(const Ended& ended) {
-    Result& result = window_[ended.task - firstInWindow_];
-    result.isThere = true;
+    Result& result = resultOf(ended.task);
+    Outcome outcome;
+    outcome.input = result.outcome.input;
     if (ended.result) {
-      unpack(*ended.result, result.outcome);
+      unpack(*ended.result, outcome);
     } else {
-      result.outcome.status = kSoftware;
-      result.outcome.message = fmt::format("{}: {}", printable(result.outcome.input), ended.reason);
+      outcome.status = kSoftware;
+      outcome.message = fmt::format("{}: {}", printable(outcome.input), ended.reason);
     }
+    // It crashed, or there was too little memory: that may be for the files that the worker had before.
+    if (outcome.status == kSoftware && !ended.isFinal) {
+      workers_.giveAgain(ended.task);
+      return;
+    }
+    result.outcome = std::move(outcome);
+    result.isThere = true;
   }
 
   /// All that are there up to the first that is not.
@@ -239,6 +244,8 @@ class BatchRun {
 
   /// Results that waited for one before them are told now.
   void tellInterruption() {
+    workers_.stop();
+    while (auto ended = workers_.wait(Clock::now())) finish(*ended);
     for (const Result& result : window_) {
       if (result.isThere) tell(result);
     }
@@ -257,7 +264,6 @@ class BatchRun {
   ProgressForm progressForm_;
   Progress progress_;
   Tally tally_;
-  bool hasNext_ = true;
   std::deque<Result> window_;
   uint64_t firstInWindow_ = 0;
   int worst_ = 0;

@@ -57,16 +57,15 @@ std::optional<std::string> fileAt(const std::string& path) {
   return identity(status);
 }
 
-/// Finds the places that paths mean. Folders are told apart as such, not by their names.
+/// Names the places that outputs are written to. Folders are told apart as such, not by their names.
 class Places {
  public:
-  std::string of(const std::string& path) {
-    const fs::path followed = followLinks(path);
-    if (const fs::path folder = followed.parent_path(); folder != folder_ || identity_.empty()) {
+  std::string of(const LinkEnd& end) {
+    if (const fs::path folder = end.path.parent_path(); folder != folder_ || identity_.empty()) {
       folder_ = folder;
       identity_ = identify(folder);
     }
-    return identity_ + '/' + followed.filename().string();
+    return identity_ + '/' + end.path.filename().string();
   }
 
  private:
@@ -99,10 +98,11 @@ class ClashCheck {
   std::string outputOf(const InputFile& input) const { return input.outputPath(outputs_.folder, outputs_.extension); }
 
   void addOutput(uint64_t owner, const std::string& path) {
-    addKey(Kind::kPlace, owner, places_.of(path));
-    if (const auto file = fileAt(path)) {
+    const LinkEnd end = followLinks(path);
+    addKey(Kind::kPlace, owner, places_.of(end));
+    if (end.file) {
       isAnyThere_ = true;
-      addKey(Kind::kFile, owner, *file);
+      addKey(Kind::kFile, owner, identity(*end.file));
     }
   }
 
@@ -154,7 +154,8 @@ class ClashCheck {
   void refuseIfSamePlace(uint64_t first, uint64_t second) {
     const auto [firstName, firstPath] = describe(first);
     const auto [secondName, secondPath] = describe(second);
-    if (places_.of(firstPath) != places_.of(secondPath)) return;  // The hash alone is the same.
+    if (places_.of(followLinks(firstPath)) != places_.of(followLinks(secondPath)))
+      return;  // The hash alone is the same.
     throw Failure(kUsage, fmt::format("{} and {} would both be written to {}; convert them into different folders",
                                       firstName, secondName, printable(secondPath)));
   }

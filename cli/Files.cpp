@@ -179,29 +179,29 @@ void refuseInputAsOutput(const std::string& path, const std::string& name, const
                                     shownInput(name), what));
 }
 
-std::filesystem::path followLinks(std::filesystem::path path) {
-  std::error_code error;
-  for (int links = 0; fs::is_symlink(fs::symlink_status(path, error)); ++links) {
+LinkEnd followLinks(fs::path path) {
+  for (int links = 0;; ++links) {
+    struct stat file {};
+    if (::lstat(path.c_str(), &file) != 0) return {path, std::nullopt};
+    if (!S_ISLNK(file.st_mode)) return {path, file};
     if (links == 40) refuseOutput(path, "too many levels of symbolic links");
+    std::error_code error;
     path = path.parent_path() / fs::read_symlink(path, error);
   }
-  return path;
 }
 
 void writeFile(const std::string& name, std::u16string_view text) {
-  const fs::path path = followLinks(name);
-  struct stat existing {};
-  const bool exists = ::stat(path.c_str(), &existing) == 0;
-  if (exists && S_ISDIR(existing.st_mode)) refuseOutput(name, "is a directory");
-  if (exists && !S_ISREG(existing.st_mode)) refuseOutput(name, "is not a file");
-  if (exists && ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) refuseOutput(name, lastError());
+  const auto [path, existing] = followLinks(name);
+  if (existing && S_ISDIR(existing->st_mode)) refuseOutput(name, "is a directory");
+  if (existing && !S_ISREG(existing->st_mode)) refuseOutput(name, "is not a file");
+  if (existing && ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) refuseOutput(name, lastError());
 
   const SignalsHeld held;
   TemporaryNote note;
   auto [fd, temporary] = createBeside(path, note);
   if (fd < 0) refuseOutput(name, errno == ENOENT ? "there is no such directory" : lastError());
   FileDescriptor file(fd);
-  if (exists) copyRights(fd, existing);
+  if (existing) copyRights(fd, *existing);
   if (!writeUtf8(fd, text) || !file.close() || std::rename(temporary.c_str(), path.c_str()) != 0) {
     const std::string reason = lastError();
     ::unlink(temporary.c_str());

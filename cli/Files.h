@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -37,9 +38,14 @@ Destination chooseDestination(const Input& input, const std::string& output, con
 /// Throws a Failure with status kUsage if `path` is, by whatever name or link, the input of that name.
 void refuseInputAsOutput(const std::string& path, const std::string& name, const Input& input);
 
-/// The file that a chain of links ends at, whether it exists or not; so an output that is a link stays one. Throws a
-/// Failure with status kCantCreate if there is no end.
-std::filesystem::path followLinks(std::filesystem::path path);
+/// The end of a chain of links. An output that is a link stays one: the file at the end is written.
+struct LinkEnd {
+  std::filesystem::path path;
+  std::optional<struct stat> file;  ///< if it exists
+};
+
+/// Throws a Failure with status kCantCreate if there is no end.
+LinkEnd followLinks(std::filesystem::path path);
 
 /// Writes the text as UTF-8, the file as a whole or not at all: an existing one stays as it was until all of the new
 /// one is there. Throws a Failure with status kCantCreate.

@@ -48,8 +48,9 @@ void addHugePart() {
 /// A block that large is a whole text, and may be beyond the huge part.
 constexpr size_t kLargeBlock = 1 << 26;
 
-/// What the parent allocates while its children run comes from here, so that it leaves their part alone.
-constexpr size_t kParentsPart = 1 << 15;
+/// What the parent allocates while its children run comes from a part of at least that size, so that it leaves theirs
+/// alone.
+constexpr size_t kParentsPart = 1 << 19;
 
 /// Takes a block that is never freed and never written to.
 void leaveOut(size_t size) {
@@ -60,6 +61,12 @@ void leaveOut(size_t size) {
 size_t gaps() {
   const struct mallinfo2 info = ::mallinfo2();
   return info.fordblks - info.keepcost;
+}
+
+}  // namespace
+
+void emptyHeap() {
+  ::malloc_trim(0);
 }
 
 void leaveOutGaps() {
@@ -74,22 +81,15 @@ void leaveOutGaps() {
   }
 }
 
-}  // namespace
-
-void emptyHeap() {
-  ::malloc_trim(0);
-}
-
 void prepareHeapForChildren(uint64_t most) {
   if (::mallinfo2().arena == 0) return;  // an allocator of another make, which the rest would mean nothing to
   constexpr uintptr_t page = 4096;
   leaveOutGaps();
   ::mallopt(M_TOP_PAD, 0);
-  void* volatile parentsPart = std::malloc(kParentsPart);
-  // The heap's end goes one page before a huge one, and what is free there begins in that page: its head is the last
-  // that the parent writes to.
-  const uintptr_t boundary = nextHugePage(heapEnd() + page);
-  leaveOut(boundary - page - heapEnd() + ::mallinfo2().keepcost - page / 2);
+  // The parent's part goes up to one page before a huge one, and what is free behind it begins in that page: its head
+  // is the last that the parent writes to.
+  const uintptr_t boundary = nextHugePage(heapEnd() + kParentsPart + page);
+  void* volatile parentsPart = std::malloc(boundary - page - heapEnd() + ::mallinfo2().keepcost - page / 2);
   ::mallopt(M_TOP_PAD, static_cast<int>(std::min<uint64_t>(most, kHugePart)));
   leaveOut(::mallinfo2().keepcost);
   useHugePages(boundary, heapEnd());

@@ -11,6 +11,10 @@ void prepareHeap();
 /// Gives back what the heap has in store.
 void emptyHeap();
 
+/// From now on nothing is allocated in the gaps between blocks in use. For a forked process: it would copy them page by
+/// page.
+void leaveOutGaps();
+
 /// For a process that forks: what its children allocate comes from huge pages that are theirs alone. `most` bytes of
 /// address space at most are set aside for it.
 void prepareHeapForChildren(uint64_t most);

@@ -23,6 +23,15 @@ namespace mova::cli {
 
 namespace {
 
+/// When a worker has worked for that long, its process has cost little beside that, and it takes no other task.
+constexpr auto kLongEnough = std::chrono::milliseconds(50);
+
+/// There is room for the results of so many.
+constexpr size_t kMostTasks = 128;
+
+/// So many times a worker comes back for more while there is enough to do, so that none has to wait for another's end.
+constexpr size_t kShares = 2;
+
 /// A result that is longer is cut. Three of the longest paths fit in.
 constexpr size_t kLongestResult = size_t{3} * PATH_MAX;
 
@@ -58,13 +67,18 @@ std::string describeEnd(int status) {
 
 /// What a worker tells, in memory that its parent sees.
 struct Workers::Shared {
-  char temporaryFile[PATH_MAX];  ///< its name, for as long as there is one
-  std::atomic<bool> isDone;
-  size_t length;
-  char result[kLongestResult];
+  char temporaryFile[PATH_MAX];   ///< its name, for as long as there is one
+  std::atomic<Clock::rep> begun;  ///< when the task was begun that runs
+  std::atomic<size_t> done;       ///< tasks before that one, which have results
+  std::atomic<bool> hasStopped;   ///< it leaves all others for another worker
+  struct {
+    size_t length;
+    char bytes[kLongestResult];
+  } results[kMostTasks];
 };
 
-Workers::Workers(size_t count, WorkerLimits limits) : limits_(limits), parent_(::getpid()), slots_(count) {
+Workers::Workers(size_t count, WorkerLimits limits, std::function<std::string(Task)> work)
+    : limits_(limits), work_(std::move(work)), parent_(::getpid()), slots_(count) {
   void* shared = ::mmap(nullptr, count * sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
   if (shared == MAP_FAILED) throw std::bad_alloc();
   for (size_t i = 0; i < count; ++i) slots_[i].shared = static_cast<Shared*>(shared) + i;
@@ -85,28 +99,79 @@ Workers::Workers(size_t count, WorkerLimits limits) : limits_(limits), parent_(:
 }
 
 Workers::~Workers() {
-  for (const Slot& slot : slots_) {
-    if (slot.pid != 0) ::kill(slot.pid, SIGKILL);
-  }
-  while (running_ > 0 && reap(0)) {
-  }
+  stop();
   ::munmap(slots_.front().shared, slots_.size() * sizeof(Shared));
   ::sigprocmask(SIG_SETMASK, &maskBefore_, nullptr);
 }
 
-bool Workers::start(uint64_t task, const std::function<std::string()>& work) {
-  Slot& slot = *std::find_if(slots_.begin(), slots_.end(), [](const Slot& s) { return s.pid == 0; });
-  slot.shared->isDone = false;
+bool Workers::haveEnough() const {
+  return waiting_.size() >= kShares * slots_.size() * kMostTasks;
+}
+
+std::optional<Ended> Workers::wait(Clock::time_point latest) {
+  for (;;) {
+    noticeInterruption();
+    const Clock::time_point now = Clock::now();
+    stopLateWork(now);
+    int status = 0;
+    if (ended_.empty()) {
+      if (Slot* slot = reap(WNOHANG, status)) end(*slot, status);
+    }
+    if (interruption_ == 0) startWaiting();
+    if (!ended_.empty()) {
+      Ended ended = std::move(ended_.front());
+      ended_.pop_front();
+      return ended;
+    }
+    if (interruption_ != 0 || now >= latest) return std::nullopt;
+    sleep(latest);
+  }
+}
+
+void Workers::stop() {
+  for (const Slot& slot : slots_) {
+    if (slot.pid != 0) ::kill(slot.pid, SIGKILL);
+  }
+  int status = 0;
+  while (running_ > 0) {
+    Slot* slot = reap(0, status);
+    if (!slot) return;
+    takeResults(*slot);
+  }
+}
+
+void Workers::startWaiting() {
+  for (Slot& slot : slots_) {
+    if (waiting_.empty()) return;
+    if (slot.pid != 0 || start(slot)) continue;
+    if (running_ > 0) return;  // There may be room for another process when one of them has ended.
+    ended_.push_back({waiting_.front(), std::nullopt,
+                      fmt::format("no process can be started for it: {}", std::strerror(errno)), true});
+    waiting_.pop_front();
+    return;
+  }
+}
+
+/// False leaves in errno why there can't be another process now.
+bool Workers::start(Slot& slot) {
+  const size_t share = std::clamp<size_t>(waiting_.size() / (kShares * slots_.size()), 1, kMostTasks);
+  const auto end = waiting_.begin() + static_cast<ptrdiff_t>(share);
+  slot.tasks.assign(waiting_.begin(), end);
+  slot.late.reset();
   slot.shared->temporaryFile[0] = '\0';
+  slot.shared->begun = Clock::now().time_since_epoch().count();
+  slot.shared->done = 0;
+  slot.shared->hasStopped = false;
   const pid_t pid = ::fork();
   if (pid < 0) return false;
-  if (pid == 0) beWorker(*slot.shared, work);
-  slot = {slot.shared, task, pid, Clock::now() + limits_.time, false};
+  if (pid == 0) beWorker(slot);
+  waiting_.erase(waiting_.begin(), end);
+  slot.pid = pid;
   ++running_;
   return true;
 }
 
-void Workers::beWorker(Shared& shared, const std::function<std::string()>& work) const {
+void Workers::beWorker(const Slot& slot) const {
   // Without its parent a worker ends, but not in the middle of a file that it writes: SIGTERM can wait. What the
   // terminal sends to all is the parent's to see to.
   sigset_t end;
@@ -118,12 +183,21 @@ void Workers::beWorker(Shared& shared, const std::function<std::string()>& work)
   if (::getppid() != parent_) ::_exit(1);
 
   limitMemory();
+  leaveOutGaps();
+  Shared& shared = *slot.shared;
   noteTemporaryFile(shared.temporaryFile);
   try {
-    const std::string result = work();
-    shared.length = std::min(result.size(), kLongestResult);
-    std::memcpy(shared.result, result.data(), shared.length);
-    shared.isDone = true;
+    const Clock::time_point enough = Clock::now() + kLongEnough;
+    for (size_t i = 0; i < slot.tasks.size(); ++i) {
+      const Clock::time_point now = Clock::now();
+      if (i > 0 && now >= enough) break;
+      shared.begun = now.time_since_epoch().count();
+      const std::string result = work_(slot.tasks[i]);
+      shared.results[i].length = std::min(result.size(), kLongestResult);
+      std::memcpy(shared.results[i].bytes, result.data(), shared.results[i].length);
+      shared.done = i + 1;
+    }
+    shared.hasStopped = true;
   } catch (...) {
     ::_exit(kSoftware);
   }
@@ -139,65 +213,73 @@ void Workers::limitMemory() const {
   ::setrlimit(RLIMIT_DATA, &limit);
 }
 
-std::optional<Ended> Workers::reap(int flags) {
+/// The slot of a worker that has ended. With WNOHANG nothing if none has.
+Workers::Slot* Workers::reap(int flags, int& status) {
   for (;;) {
-    int status = 0;
     const pid_t pid = ::waitpid(-1, &status, flags);
     if (pid < 0 && errno == EINTR) continue;
-    if (pid <= 0) return std::nullopt;
+    if (pid <= 0) return nullptr;
     const auto slot = std::find_if(slots_.begin(), slots_.end(), [pid](const Slot& s) { return s.pid == pid; });
-    if (slot != slots_.end()) return end(*slot, status);  // A child that the process had before is none of ours.
+    if (slot != slots_.end()) return &*slot;  // A child that the process had before is none of ours.
   }
 }
 
-Ended Workers::end(Slot& slot, int status) {
-  Ended ended{slot.task, std::nullopt, ""};
+/// Frees the slot. Returns how many of its tasks have ended.
+size_t Workers::takeResults(Slot& slot) {
   const Shared& shared = *slot.shared;
-  if (shared.isDone) {
-    ended.result.emplace(shared.result, std::min(shared.length, kLongestResult));
-  } else {
-    ended.reason = slot.ranOutOfTime ? fmt::format("the conversion took longer than {}", describe(limits_.time))
-                                     : describeEnd(status);
-    if (shared.temporaryFile[0] != '\0') ::unlink(shared.temporaryFile);
+  const size_t done = std::min<size_t>(shared.done, slot.tasks.size());
+  for (size_t i = 0; i < done; ++i) {
+    const auto& [length, bytes] = shared.results[i];
+    ended_.push_back({slot.tasks[i], std::string(bytes, std::min(length, kLongestResult)), "", i == 0});
   }
+  if (shared.temporaryFile[0] != '\0') ::unlink(shared.temporaryFile);
   slot.pid = 0;
   --running_;
-  return ended;
+  return done;
 }
 
-std::optional<Ended> Workers::wait(Clock::time_point latest) {
-  for (;;) {
-    noticeInterruption();
-    if (interruption_ != 0) return std::nullopt;
-    const Clock::time_point now = Clock::now();
-    stopLateWork(now);
-    if (std::optional<Ended> ended = reap(WNOHANG)) return ended;
-    if (now >= latest) return std::nullopt;
-    sleep(latest);
+void Workers::end(Slot& slot, int status) {
+  size_t done = takeResults(slot);
+  if (!slot.shared->hasStopped && done < slot.tasks.size()) {
+    const bool isLate = slot.late == done;
+    ended_.push_back(
+        {slot.tasks[done], std::nullopt,
+         isLate ? fmt::format("the conversion took longer than {}", describe(limits_.time)) : describeEnd(status),
+         isLate || done == 0});
+    ++done;
   }
+  waiting_.insert(waiting_.begin(), slot.tasks.begin() + static_cast<ptrdiff_t>(done), slot.tasks.end());
+}
+
+Clock::time_point Workers::deadline(const Slot& slot) const {
+  return Clock::time_point(Clock::duration(slot.shared->begun)) + limits_.time;
 }
 
 void Workers::stopLateWork(Clock::time_point now) {
   for (Slot& slot : slots_) {
-    if (slot.pid == 0 || slot.ranOutOfTime || now < slot.deadline) continue;
-    slot.ranOutOfTime = true;
+    if (slot.pid == 0 || slot.late) continue;
+    // In this order: if the task ends in between, the time is that of the next one or the late task has a result, and
+    // the next one is not blamed.
+    const size_t task = slot.shared->done;
+    if (now < deadline(slot)) continue;
+    slot.late = task;
     ::kill(slot.pid, SIGKILL);
   }
+}
+
+void Workers::sleep(Clock::time_point until) {
+  for (const Slot& slot : slots_) {
+    if (slot.pid != 0 && !slot.late) until = std::min(until, deadline(slot));
+  }
+  const timespec timeout = toTimespec(until - Clock::now());
+  const int signal = ::sigtimedwait(&awaited_, nullptr, &timeout);
+  if (signal > 0 && signal != SIGCHLD) interruption_ = signal;
 }
 
 void Workers::noticeInterruption() {
   const timespec now{};
   const int signal = ::sigtimedwait(&interruptions_, nullptr, &now);
   if (signal > 0) interruption_ = signal;
-}
-
-void Workers::sleep(Clock::time_point until) {
-  for (const Slot& slot : slots_) {
-    if (slot.pid != 0 && !slot.ranOutOfTime) until = std::min(until, slot.deadline);
-  }
-  const timespec timeout = toTimespec(until - Clock::now());
-  const int signal = ::sigtimedwait(&awaited_, nullptr, &timeout);
-  if (signal > 0 && signal != SIGCHLD) interruption_ = signal;
 }
 
 }  // namespace mova::cli

@@ -1,4 +1,5 @@
-/// Worker processes: each does one piece of work and ends, so that nothing that happens to it happens to others.
+/// Worker processes: what happens to one does not happen to others. A process costs as much as the conversion of a
+/// whole film, so a worker does short tasks one after the other; none of them loses anything by that.
 #pragma once
 
 #include <sys/types.h>
@@ -6,6 +7,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
@@ -16,36 +18,46 @@ namespace mova::cli {
 using Clock = std::chrono::steady_clock;
 
 struct WorkerLimits {
-  Clock::duration time;
+  Clock::duration time;            ///< for each task
   std::optional<uint64_t> memory;  ///< bytes, on top of what the process has at its start
 };
 
-/// What became of a piece of work.
+/// The caller's name for a piece of work.
+using Task = uint64_t;
+
+/// What became of a task.
 struct Ended {
-  uint64_t task = 0;
-  std::optional<std::string> result;  ///< nothing if the worker did not come to its end
+  Task task = 0;
+  std::optional<std::string> result;  ///< nothing if the task did not come to its end
   std::string reason;                 ///< why not
+  /// What the worker did before can have no part in it. If it can, and if it matters, the task should be tried again.
+  bool isFinal = true;
 };
 
 /// While there is one, SIGINT, SIGTERM and SIGHUP don't end the process but become an interruption. There must be no
 /// other threads, and no other child processes are waited for.
 class Workers {
  public:
-  Workers(size_t count, WorkerLimits limits);
+  /// `work` does a task in a process that began as a copy of this one when the first task of that process was begun.
+  /// Between two tasks it is for `work` to undo what the first one left behind.
+  Workers(size_t count, WorkerLimits limits, std::function<std::string(Task)> work);
   Workers(const Workers&) = delete;
   Workers& operator=(const Workers&) = delete;
-  /// Ends all work that still runs and takes its temporary files away.
+  /// As stop().
   ~Workers();
 
-  bool areIdle() const { return running_ == 0; }
-  bool areFull() const { return running_ == slots_.size(); }
+  void give(Task task) { waiting_.push_back(task); }
+  /// As the next one, and so the first of its worker.
+  void giveAgain(Task task) { waiting_.push_front(task); }
+  /// With that many tasks waiting they are well divided.
+  bool haveEnough() const;
+  bool areIdle() const { return running_ == 0 && waiting_.empty() && ended_.empty(); }
 
-  /// Does `work` in a process that is a copy of this one. `task` is the caller's name for it. False leaves in errno why
-  /// there can't be another process now. The workers must not be full.
-  bool start(uint64_t task, const std::function<std::string()>& work);
-
-  /// Waits for a piece of work to end, but no longer than until `latest` or an interruption.
+  /// Waits for a task to end, but no longer than until `latest` or an interruption.
   std::optional<Ended> wait(Clock::time_point latest);
+
+  /// Ends all tasks that still run and takes their temporary files away. Tasks that have ended can be waited for.
+  void stop();
 
   /// The signal that asked the process to end; 0 if none did.
   int interruption() const { return interruption_; }
@@ -54,25 +66,31 @@ class Workers {
   struct Shared;
   struct Slot {
     Shared* shared = nullptr;
-    uint64_t task = 0;
     pid_t pid = 0;  ///< 0: free
-    Clock::time_point deadline;
-    bool ranOutOfTime = false;
+    std::vector<Task> tasks;
+    std::optional<size_t> late;  ///< the one of the tasks that ran out of time
   };
 
-  [[noreturn]] void beWorker(Shared& shared, const std::function<std::string()>& work) const;
+  void startWaiting();
+  bool start(Slot& slot);
+  [[noreturn]] void beWorker(const Slot& slot) const;
   void limitMemory() const;
-  std::optional<Ended> reap(int flags);
-  Ended end(Slot& slot, int status);
+  Slot* reap(int flags, int& status);
+  void end(Slot& slot, int status);
+  size_t takeResults(Slot& slot);
+  Clock::time_point deadline(const Slot& slot) const;
   void stopLateWork(Clock::time_point now);
   void sleep(Clock::time_point until);
   void noticeInterruption();
 
   WorkerLimits limits_;
+  std::function<std::string(Task)> work_;
   pid_t parent_;
   uint64_t startMemory_ = 0;
   std::vector<Slot> slots_;
   size_t running_ = 0;
+  std::deque<Task> waiting_;
+  std::deque<Ended> ended_;
   sigset_t interruptions_;
   sigset_t awaited_;
   sigset_t maskBefore_;

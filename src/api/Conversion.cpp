@@ -3,10 +3,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <utility>
 
 #include "api/Output.h"
 #include "formats/FormatList.h"
+#include "formats/xml/TimedTextTime.h"
 #include "model/GlobalSettings.h"
 #include "model/Subtitle.h"
 #include "movautil/MovaUtil.h"
@@ -73,6 +75,12 @@ Conversion convertFile(const WString& inputPath, const WString& formatName, cons
   conversion.code = conversion.text.empty() ? 1 : 0;
   conversion.text.resize(cText(conversion.text).size());  // Written as a C string: a zero unit ends it.
   return conversion;
+}
+
+void forgetConversions() {
+  // `GlobalSettings` are set anew by each conversion.
+  timedTextTimeFormat = kFirstTimedTextTimeFormat;
+  std::srand(1);  // where rand() begins in a process
 }
 
 }  // namespace mova

@@ -21,4 +21,8 @@ struct Conversion {
 Conversion convertFile(const WString& inputPath, const WString& formatName, const WString& outputPath,
                        const MOVASettings* settings);
 
+/// Undoes what earlier conversions left behind in the process: the next one begins as in a new process. The library
+/// itself never does that, and its callers rely on it; the command does.
+void forgetConversions();
+
 }  // namespace mova

@@ -75,6 +75,23 @@ mova: 3 converted" ]
   done
 }
 
+@test "a worker's files become what files of other workers become, whatever the target" {
+  mkdir in
+  local i=0
+  for sample in "$repository"/tests/golden/*/*.{xml,dfxp,srt,sub,scc}; do
+    cp "$sample" "in/$((++i)).${sample##*.}"
+  done
+  ((i > 20))
+  "$mova" formats --json | grep -o '"name": "[^"]*"' | cut -d '"' -f 4 >targets
+  while read -r target; do
+    rm -rf together apart
+    "$mova" convert in --recursive --to "$target" --output-dir together --quiet --jobs 1 || [ $? -le 2 ]
+    # With that many workers each has one file.
+    "$mova" convert in --recursive --to "$target" --output-dir apart --quiet --jobs 200 || [ $? -le 2 ]
+    diff -r together apart
+  done <targets
+}
+
 @test "a folder keeps its subfolders, and its files come sorted by their bytes" {
   mkdir -p "in/s 1/deep" in/B
   for name in z "s 1/a" "s 1/deep/b" B/c ä; do caption_file "in/$name.srt"; done

@@ -35,7 +35,7 @@ WString shortestDecimals(double value, int digits, double step) {
 
 }  // namespace
 
-TimedTextTimeFormat timedTextTimeFormat = TimedTextTimeFormat::Frames;
+TimedTextTimeFormat timedTextTimeFormat = kFirstTimedTextTimeFormat;
 
 std::optional<TimeCode> parseTimeExpression(WStringView text, bool frameBased) {
   if (text.ends_with(u"ms")) {

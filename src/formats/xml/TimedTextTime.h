@@ -21,6 +21,9 @@ enum class TimedTextTimeFormat {
 /// they have found a body. A subtitle of any other format is therefore written in the form that was read last.
 extern TimedTextTimeFormat timedTextTimeFormat;
 
+/// What it is in a new process.
+constexpr TimedTextTimeFormat kFirstTimedTextTimeFormat = TimedTextTimeFormat::Frames;
+
 /// Milliseconds ("ms"), seconds ("s"), ticks ("t", always 10,000 a millisecond) or a clock time, whose last field is
 /// frames if `frameBased`, else milliseconds as it stands. Sets `timedTextTimeFormat`, except for a clock time in any
 /// other form than "00:00:00.000". Nothing if a clock time has fewer than four fields.

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <sstream>
 
 #include "cli/Batch.h"
@@ -22,11 +24,22 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
-/// Converts as usual, but for inputs with names that tell something else.
+/// Converts as usual, but for inputs with names that tell something else. The file "begun" beside the folder of the
+/// input gets a line for each: its name and the process.
 Outcome convertOrMisbehave(const std::string& path, const std::string& input, const Format& target,
                            const MOVASettings& settings) {
+  static int earlier = 0;
+  const bool isFirst = earlier++ == 0;
   const std::string name = fs::path(input).stem();
-  if (name == "crash") {
+  std::ofstream(fs::path(input).parent_path().parent_path() / "begun", std::ios::app)
+      << name << ' ' << ::getpid() << '\n';
+  if (name == "die-after-others" && !isFirst) std::raise(SIGKILL);
+  if (name == "starve-after-others" && !isFirst) {
+    Outcome outcome;
+    outcome.status = kSoftware;
+    return outcome;
+  }
+  if (name.starts_with("crash")) {
     std::signal(SIGSEGV, SIG_DFL);
     std::raise(SIGSEGV);
   }
@@ -100,6 +113,14 @@ class BatchTest : public testing::Test {
     return names;
   }
 
+  /// Names of inputs and the processes that worked on them, in the order of their beginnings.
+  std::vector<std::pair<std::string, std::string>> begun() const {
+    std::ifstream file(folder_ / "begun");
+    std::vector<std::pair<std::string, std::string>> lines;
+    for (std::string name, pid; file >> name >> pid;) lines.emplace_back(name, pid);
+    return lines;
+  }
+
   std::vector<std::string> reportLines() const {
     std::ifstream file(*options_.report);
     std::vector<std::string> lines;
@@ -126,6 +147,95 @@ TEST_F(BatchTest, WorkersThatDieCostOnlyTheirFiles) {
   EXPECT_THAT(lines[1], HasSubstr("\"output\":null,\"status\":70,\"message\":\""));
   EXPECT_THAT(lines[1], HasSubstr("crash.srt: the conversion crashed (Segmentation fault)\""));
   EXPECT_THAT(lines[2], HasSubstr("b.vtt\",\"status\":0,\"message\":null"));
+}
+
+TEST_F(BatchTest, WorkersThatDieCostNoFileBeforeOrBehind) {
+  options_.jobs = 1;
+  std::string expected;
+  size_t converted = 0;
+  for (int i = 0; i < 40; ++i) {
+    // First and last of all, and two in a row.
+    if (i % 13 == 0 || i == 14) {
+      addInput("crash" + std::to_string(i));
+      expected += "mova: crash" + std::to_string(i) + ".srt: the conversion crashed (Segmentation fault)\n";
+    } else {
+      addInput(std::to_string(i));
+      ++converted;
+    }
+  }
+  EXPECT_EQ(run(), kSoftware);
+  EXPECT_EQ(messages(), expected);
+  EXPECT_EQ(outputs().size(), converted);
+}
+
+TEST_F(BatchTest, ShortFilesShareWorkersAndNoneComesAfterALongOne) {
+  options_.jobs = 1;
+  addInput("slow");
+  for (int i = 0; i < 30; ++i) addInput(std::to_string(i));
+  EXPECT_EQ(run(), 0);
+  std::map<std::string, int> files;
+  for (const auto& [name, pid] : begun()) ++files[pid];
+  EXPECT_LT(files.size(), 30u);
+  EXPECT_EQ(files[begun().front().second], 1);
+}
+
+TEST_F(BatchTest, WhatFailsAfterOtherFilesIsTriedAgainInANewWorker) {
+  options_.jobs = 1;
+  for (const char* name : {"a", "b", "die-after-others", "c", "starve-after-others", "d", "e", "f"}) addInput(name);
+  EXPECT_EQ(run(), 0) << messages();
+  EXPECT_EQ(outputs().size(), 8u);
+  const auto lines = reportLines();
+  ASSERT_EQ(lines.size(), 8u);
+  EXPECT_THAT(lines[2], HasSubstr("die-after-others.srt\",\"format\":\"SubRip\",\"captions\":1,"));
+  EXPECT_THAT(lines[4], HasSubstr("starve-after-others.srt\",\"format\":\"SubRip\",\"captions\":1,"));
+}
+
+TEST_F(BatchTest, AFileThatHangsAfterOthersIsNotTriedAgain) {
+  options_.jobs = 1;
+  options_.timeout = 1;
+  for (const char* name : {"a", "b", "loop", "c", "d", "e", "f", "g"}) addInput(name);
+  EXPECT_EQ(run(), kSoftware);
+  EXPECT_EQ(messages(), "mova: loop.srt: the conversion took longer than 1 second\n");
+  EXPECT_EQ(outputs().size(), 7u);
+  const auto all = begun();
+  EXPECT_EQ(std::count_if(all.begin(), all.end(), [](const auto& line) { return line.first == "loop"; }), 1);
+}
+
+TEST_F(BatchTest, AnInterruptionTellsWhatAWorkerHasDoneSoFar) {
+  for (const char* name : {"a", "b", "loop", "c", "d", "e"}) addInput(name);
+  const pid_t pid = ::fork();
+  if (pid == 0) {
+    ::dup2(::creat((folder_ / "messages").c_str(), 0600), STDERR_FILENO);
+    std::signal(SIGINT, SIG_DFL);
+    options_.jobs = 1;
+    convertBatch(options_, findFormat("WebVTT"), getDefaultSettings(), convertOrMisbehave);
+    ::_exit(0);
+  }
+  while (begun().size() < 3) ::usleep(1000);
+  ::kill(pid, SIGINT);
+  ASSERT_EQ(::waitpid(pid, nullptr, 0), pid);
+  EXPECT_THAT(outputs(), testing::ElementsAre("a.vtt", "b.vtt"));
+  EXPECT_EQ(reportLines().size(), 2u);
+}
+
+TEST_F(BatchTest, WithoutAnyProcessEachFileIsToldOf) {
+  for (const char* name : {"a", "b"}) addInput(name);
+  fs::permissions(folder_, fs::perms::all);
+  const pid_t pid = ::fork();
+  if (pid == 0) {
+    const rlimit none{0, 0};
+    ::dup2(::creat((folder_ / "messages").c_str(), 0600), STDERR_FILENO);
+    if (::geteuid() == 0 && ::setuid(65534) != 0) ::_exit(1);  // The limit means nothing to root.
+    ::setrlimit(RLIMIT_NPROC, &none);
+    ::_exit(convertBatch(options_, findFormat("WebVTT"), getDefaultSettings(), convertOrMisbehave));
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(pid, &status, 0), pid);
+  EXPECT_EQ(WEXITSTATUS(status), kSoftware);
+  EXPECT_THAT(outputs(), testing::IsEmpty());
+  const auto lines = reportLines();
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_THAT(lines[1], HasSubstr("b.srt: no process can be started for it: Resource temporarily unavailable\""));
 }
 
 TEST_F(BatchTest, WorkersThatHangAreStopped) {
