@@ -1,6 +1,7 @@
 #include "Batch.h"
 
 #include <fmt/format.h>
+#include <poll.h>
 #include <sched.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -32,6 +33,9 @@ namespace {
 
 /// So many results may wait for one before them. A file that takes long holds up no other before that.
 constexpr size_t kWindow = 4096;
+
+/// After that time another try is made to tell what could not be told.
+constexpr auto kNextTry = std::chrono::milliseconds(50);
 
 constexpr auto kDefaultTimeout = std::chrono::seconds(60);
 
@@ -90,6 +94,12 @@ bool isUpToDate(const std::string& output, const std::string& input) {
          !before(written.st_mtim, read.st_mtim);
 }
 
+/// Whether there is room for a line in a pipe or on a terminal.
+bool takesLine(std::FILE* stream) {
+  pollfd place{::fileno(stream), POLLOUT, 0};
+  return ::poll(&place, 1, 0) != 0;
+}
+
 /// The file of --report.
 class Report {
  public:
@@ -101,11 +111,8 @@ class Report {
   ~Report() {
     if (file_) std::fclose(file_);
   }
-  void add(const std::string& line) {
-    if (!file_) return;
-    printLine(file_, line);
-    std::fflush(file_);  // What has been done stands there, whatever comes.
-  }
+  /// Null if there is none.
+  std::FILE* file() const { return file_; }
   /// The reason why it is not whole.
   void check() {
     if (file_ && std::ferror(file_)) refuse();
@@ -137,20 +144,20 @@ class BatchRun {
     tally_.total = inputs.size();
   }
 
-  int run() {
+  void run() {
     do {
       takeInputs();
-      if (auto ended = workers_.wait(workers_.areIdle() ? Clock::now() : progress_.due())) finish(*ended);
+      if (auto ended = workers_.wait(nextLook())) finish(*ended);
       tellResults();
-      progress_.show(tally_);
+      if (canTell()) progress_.show(tally_);
     } while (workers_.interruption() == 0 && !(next_ == std::nullopt && window_.empty()));
-    progress_.hide();
     if (workers_.interruption() != 0) tellInterruption();
+    progress_.hide();
     report_.check();
-    if (!options_.quiet && !options_.json) printMessage(describeTally(tally_));
-    return worst_;
   }
 
+  const Tally& tally() const { return tally_; }
+  int worstStatus() const { return worst_; }
   int interruption() const { return workers_.interruption(); }
 
  private:
@@ -206,9 +213,22 @@ class BatchRun {
     result.isThere = true;
   }
 
+  /// When there may be something to do though no task has ended.
+  Clock::time_point nextLook() const {
+    const Clock::time_point now = Clock::now();
+    const bool isUntold = !window_.empty() && window_.front().isThere;
+    if (workers_.areIdle() && !isUntold) return now;
+    return isUntold || progress_.due() <= now ? now + kNextTry : progress_.due();
+  }
+
+  /// Conversions and interruptions don't wait for someone who does not read.
+  bool canTell() const {
+    return takesLine(stderr) && (!options_.json || takesLine(stdout)) && (!report_.file() || takesLine(report_.file()));
+  }
+
   /// All that are there up to the first that is not.
   void tellResults() {
-    while (!window_.empty() && window_.front().isThere) {
+    while (!window_.empty() && window_.front().isThere && canTell()) {
       tell(window_.front());
       window_.pop_front();
       ++firstInWindow_;
@@ -219,15 +239,12 @@ class BatchRun {
     const Outcome& outcome = result.outcome;
     worst_ = std::max(worst_, outcome.status);
     ++(result.isSkipped ? tally_.skipped : outcome.status == 0 ? tally_.converted : tally_.failed);
-    if (!outcome.message.empty()) {
-      progress_.hide();
-      printMessage(outcome.message);
-    }
+    if (!outcome.message.empty()) write(stderr, "mova: " + outcome.message);
     if (options_.json || options_.report) tellPrograms(result);
     if (!options_.json && outcome.message.empty() && !options_.quiet && progressForm_ == ProgressForm::kNone) {
-      printLine(stderr, result.isSkipped ? fmt::format("{}: skipped; {} is up to date", printable(outcome.input),
-                                                       printable(outcome.output))
-                                         : convertedLine(outcome, target_));
+      write(stderr, result.isSkipped ? fmt::format("{}: skipped; {} is up to date", printable(outcome.input),
+                                                   printable(outcome.output))
+                                     : convertedLine(outcome, target_));
     }
   }
 
@@ -235,11 +252,15 @@ class BatchRun {
     Json json = convertedJson(result.outcome, target_);
     json["skipped"] = result.isSkipped;
     const std::string line = oneLine(json);
-    report_.add(line);
-    if (!options_.json) return;
-    progress_.hide();
-    printLine(stdout, line);
-    std::fflush(stdout);  // Else a worker would have the line, too.
+    if (report_.file()) write(report_.file(), line);
+    if (options_.json) write(stdout, line);
+  }
+
+  void write(std::FILE* stream, const std::string& line) {
+    if (workers_.interruption() != 0 && !takesLine(stream)) return;
+    if (stream != report_.file()) progress_.hide();
+    printLine(stream, line);
+    std::fflush(stream);  // What has been done stands there, whatever comes; and a worker must not have it, too.
   }
 
   /// Results that waited for one before them are told now.
@@ -249,8 +270,8 @@ class BatchRun {
     for (const Result& result : window_) {
       if (result.isThere) tell(result);
     }
-    printMessage(fmt::format("interrupted after {} of {} files; the same command with --resume goes on", tally_.done(),
-                             tally_.total));
+    write(stderr, fmt::format("mova: interrupted after {} of {} files; the same command with --resume goes on",
+                              tally_.done(), tally_.total));
   }
 
   const ConvertOptions& options_;
@@ -291,14 +312,18 @@ int convertBatch(const ConvertOptions& options, const Format& target, const MOVA
       collectInputs({options.inputs, options.filesFrom, options.recursive, *options.outputFolder, options.report});
   refuseClashes(inputs, {*options.outputFolder, target.extension, options.report});
   makeOutputFolder(*options.outputFolder);
+  Tally tally;
   int status = 0;
   int interruption = 0;
   {
     BatchRun run(options, target, settings, inputs, job);
-    status = run.run();
+    run.run();
+    tally = run.tally();
+    status = run.worstStatus();
     interruption = run.interruption();
   }
   if (interruption != 0) endBySignal(interruption);
+  if (!options.quiet && !options.json) printMessage(describeTally(tally));
   return status;
 }
 

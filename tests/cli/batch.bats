@@ -547,6 +547,30 @@ mova: 2 converted, 1 skipped" ]
   done
 }
 
+@test "results that nobody reads hold up neither conversions nor an interruption" {
+  many_files 700
+  mkfifo results
+  exec 5<>results  # It can be opened for writing, and nobody reads.
+  env --default-signal=INT "$mova" convert in --recursive --to WebVTT --output-dir out --json --report report \
+    >results 2>messages 5<&- &
+  pid=$!
+  # Some 64 KB fit into a pipe.
+  until [ "$(find out -name '*.vtt' 2>/dev/null | wc -l)" = 700 ]; do sleep 0.1; done
+  kill -INT $pid
+  wait $pid && status=0 || status=$?
+  exec 5<&-
+  [ "$status" = 130 ]
+  [[ "$(cat messages)" == "mova: interrupted after "*" of 700 files; the same command with --resume goes on" ]]
+  [ "$(grep -c '"status":0' report)" = 700 ]
+}
+
+@test "results that are read late come whole and in order" {
+  many_files 700
+  "$mova" convert in --recursive --to WebVTT --output-dir out --json | (sleep 1; cat) >results
+  [ "$(grep -c '"status":0' results)" = 700 ]
+  grep -o '"input":"[^"]*"' results | LC_ALL=C sort -c
+}
+
 @test "a signal that is ignored stays so" {
   many_files 50
   (
