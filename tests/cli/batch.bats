@@ -88,7 +88,7 @@ mova: 3 converted" ]
     "$mova" convert in --recursive --to "$target" --output-dir together --quiet --jobs 1 || [ $? -le 2 ]
     # With that many workers each has one file.
     "$mova" convert in --recursive --to "$target" --output-dir apart --quiet --jobs 200 || [ $? -le 2 ]
-    diff -r together apart
+    diff -r -I '<dcst:IssueDate>' together apart  # a time of day
   done <targets
 }
 
