@@ -88,6 +88,14 @@ END
   done
 }
 
+@test "the programs of the packages are hardened" {
+  for file in bin/mova libmova.so libmovautil.so; do
+    readelf -W --dyn-syms "$packages/$file" | grep -q __stack_chk_fail
+    readelf -W -d "$packages/$file" | grep -q BIND_NOW
+    readelf -W -l "$packages/$file" | grep -q GNU_RELRO
+  done
+}
+
 @test "the packages tell what they need and what they are" {
   [ "$(dpkg-deb -f "$(package libmova-dev)" Depends)" = "libmova$major (= $version)" ]
   [[ "$(dpkg-deb -f "$(package mova)" Depends)" == "libmova$major (= $version), libc6 "* ]]
