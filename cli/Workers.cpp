@@ -26,7 +26,6 @@ namespace {
 /// When a worker has worked for that long, its process has cost little beside that, and it takes no other task.
 constexpr auto kLongEnough = std::chrono::milliseconds(50);
 
-/// There is room for the results of so many.
 constexpr size_t kMostTasks = 128;
 
 /// So many times a worker comes back for more while there is enough to do, so that none has to wait for another's end.
@@ -58,6 +57,39 @@ std::string describe(Clock::duration duration) {
   return fmt::format("{} second{}", seconds, seconds == 1 ? "" : "s");
 }
 
+/// Texts, each with its length before it.
+class ResultList {
+ public:
+  void clear() { size_ = 0; }
+  bool hasRoom() const { return sizeof bytes_ - size_ >= sizeof(size_t) + kLongestResult; }
+  void add(const std::string& result) {
+    const size_t length = std::min(result.size(), kLongestResult);
+    append(&length, sizeof length);
+    append(result.data(), length);
+  }
+  /// The first ones. There are fewer only if the memory was overwritten.
+  std::vector<std::string> first(size_t count) const {
+    std::vector<std::string> results;
+    std::string_view rest(bytes_, std::min(size_, sizeof bytes_));
+    for (size_t length; results.size() < count && rest.size() >= sizeof length;) {
+      std::memcpy(&length, rest.data(), sizeof length);
+      rest.remove_prefix(sizeof length);
+      results.emplace_back(rest.substr(0, length));
+      rest.remove_prefix(results.back().size());
+    }
+    return results;
+  }
+
+ private:
+  void append(const void* bytes, size_t count) {
+    std::memcpy(bytes_ + size_, bytes, count);
+    size_ += count;
+  }
+
+  size_t size_;
+  char bytes_[1 << 16];
+};
+
 std::string describeEnd(int status) {
   if (WIFSIGNALED(status)) return fmt::format("the conversion crashed ({})", ::strsignal(WTERMSIG(status)));
   return fmt::format("the conversion ended by itself with status {}", WEXITSTATUS(status));
@@ -71,10 +103,7 @@ struct Workers::Shared {
   std::atomic<Clock::rep> begun;  ///< when the task was begun that runs
   std::atomic<size_t> done;       ///< tasks before that one, which have results
   std::atomic<bool> hasStopped;   ///< it leaves all others for another worker
-  struct {
-    size_t length;
-    char bytes[kLongestResult];
-  } results[kMostTasks];
+  ResultList results;
 };
 
 Workers::Workers(size_t count, WorkerLimits limits, std::function<std::string(Task)> work)
@@ -162,6 +191,7 @@ bool Workers::start(Slot& slot) {
   slot.shared->begun = Clock::now().time_since_epoch().count();
   slot.shared->done = 0;
   slot.shared->hasStopped = false;
+  slot.shared->results.clear();
   const pid_t pid = ::fork();
   if (pid < 0) return false;
   if (pid == 0) beWorker(slot);
@@ -190,11 +220,9 @@ void Workers::beWorker(const Slot& slot) const {
     const Clock::time_point enough = Clock::now() + kLongEnough;
     for (size_t i = 0; i < slot.tasks.size(); ++i) {
       const Clock::time_point now = Clock::now();
-      if (i > 0 && now >= enough) break;
+      if (i > 0 && (now >= enough || !shared.results.hasRoom())) break;
       shared.begun = now.time_since_epoch().count();
-      const std::string result = work_(slot.tasks[i]);
-      shared.results[i].length = std::min(result.size(), kLongestResult);
-      std::memcpy(shared.results[i].bytes, result.data(), shared.results[i].length);
+      shared.results.add(work_(slot.tasks[i]));
       shared.done = i + 1;
     }
     shared.hasStopped = true;
@@ -227,20 +255,20 @@ Workers::Slot* Workers::reap(int flags, int& status) {
 /// Frees the slot. Returns how many of its tasks have ended.
 size_t Workers::takeResults(Slot& slot) {
   const Shared& shared = *slot.shared;
-  const size_t done = std::min<size_t>(shared.done, slot.tasks.size());
-  for (size_t i = 0; i < done; ++i) {
-    const auto& [length, bytes] = shared.results[i];
-    ended_.push_back({slot.tasks[i], std::string(bytes, std::min(length, kLongestResult)), "", i == 0});
+  std::vector<std::string> results = shared.results.first(std::min<size_t>(shared.done, slot.tasks.size()));
+  for (size_t i = 0; i < results.size(); ++i) {
+    ended_.push_back({slot.tasks[i], std::move(results[i]), "", i == 0});
   }
   if (shared.temporaryFile[0] != '\0') ::unlink(shared.temporaryFile);
   slot.pid = 0;
   --running_;
-  return done;
+  return results.size();
 }
 
 void Workers::end(Slot& slot, int status) {
   size_t done = takeResults(slot);
-  if (!slot.shared->hasStopped && done < slot.tasks.size()) {
+  // Whatever happens, a worker settles one task.
+  if (done < slot.tasks.size() && (!slot.shared->hasStopped || done == 0)) {
     const bool isLate = slot.late == done;
     ended_.push_back(
         {slot.tasks[done], std::nullopt,

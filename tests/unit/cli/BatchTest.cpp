@@ -179,6 +179,22 @@ TEST_F(BatchTest, ShortFilesShareWorkersAndNoneComesAfterALongOne) {
   EXPECT_EQ(files[begun().front().second], 1);
 }
 
+TEST_F(BatchTest, LongResultsComeWhole) {
+  options_.jobs = 1;
+  std::string folders;
+  for (int i = 0; i < 15; ++i) folders += std::string(200, 'x') + '/';
+  std::string expected;
+  for (int i = 0; i < 60; ++i) {
+    const std::string path = folders + std::to_string(i) + ".srt";
+    options_.inputs.push_back(folder_ / "in" / path);
+    expected += "mova: " + path + ": the path has " + std::to_string(options_.inputs.back().size()) +
+                " bytes, and at most 259 can be opened; go into its folder and name it from there, or link to it by a "
+                "shorter path\n";
+  }
+  EXPECT_EQ(run(), kNoInput);
+  EXPECT_EQ(messages(), expected);
+}
+
 TEST_F(BatchTest, WhatFailsAfterOtherFilesIsTriedAgainInANewWorker) {
   options_.jobs = 1;
   for (const char* name : {"a", "b", "die-after-others", "c", "starve-after-others", "d", "e", "f"}) addInput(name);
