@@ -50,7 +50,7 @@ constexpr size_t kLargeBlock = 1 << 26;
 
 /// What the parent allocates while its children run comes from a part of at least that size, so that it leaves theirs
 /// alone.
-constexpr size_t kParentsPart = 1 << 19;
+constexpr size_t kParentsPart = 1 << 21;
 
 /// Takes a block that is never freed and never written to.
 void leaveOut(size_t size) {
@@ -81,9 +81,10 @@ void leaveOutGaps() {
   }
 }
 
-void prepareHeapForChildren(uint64_t most) {
-  if (::mallinfo2().arena == 0) return;  // an allocator of another make, which the rest would mean nothing to
+uint64_t prepareHeapForChildren(uint64_t most) {
+  if (::mallinfo2().arena == 0) return 0;  // an allocator of another make, which the rest would mean nothing to
   constexpr uintptr_t page = 4096;
+  const uintptr_t before = heapEnd();
   leaveOutGaps();
   ::mallopt(M_TOP_PAD, 0);
   // The parent's part goes up to one page before a huge one, and what is free behind it begins in that page: its head
@@ -95,6 +96,7 @@ void prepareHeapForChildren(uint64_t most) {
   useHugePages(boundary, heapEnd());
   ::mallopt(M_TOP_PAD, kGrowth);
   std::free(parentsPart);
+  return boundary - before;
 }
 
 void prepareHeap() {

@@ -16,7 +16,7 @@ void emptyHeap();
 void leaveOutGaps();
 
 /// For a process that forks: what its children allocate comes from huge pages that are theirs alone. `most` bytes of
-/// address space at most are set aside for it.
-void prepareHeapForChildren(uint64_t most);
+/// address space at most are set aside for it. Returns how much the heap grew for the process itself.
+uint64_t prepareHeapForChildren(uint64_t most);
 
 }  // namespace mova::cli

@@ -24,9 +24,9 @@ namespace mova::cli {
 namespace {
 
 /// When a worker has worked for that long, its process has cost little beside that, and it takes no other task.
-constexpr auto kLongEnough = std::chrono::milliseconds(50);
+constexpr auto kLongEnough = std::chrono::milliseconds(200);
 
-constexpr size_t kMostTasks = 128;
+constexpr size_t kMostTasks = 512;
 
 /// So many times a worker comes back for more while there is enough to do, so that none has to wait for another's end.
 constexpr size_t kShares = 2;
@@ -87,7 +87,7 @@ class ResultList {
   }
 
   size_t size_;
-  char bytes_[1 << 16];
+  char bytes_[1 << 17];
 };
 
 std::string describeEnd(int status) {
@@ -114,7 +114,7 @@ Workers::Workers(size_t count, WorkerLimits limits, std::function<std::string(Ta
 
   emptyHeap();
   startMemory_ = ownMemory();
-  prepareHeapForChildren(limits.memory.value_or(UINT64_MAX));
+  startMemory_ += prepareHeapForChildren(limits.memory.value_or(UINT64_MAX));
 
   sigemptyset(&interruptions_);
   for (const int signal : kInterruptions) {
@@ -139,21 +139,23 @@ bool Workers::haveEnough() const {
 
 std::optional<Ended> Workers::wait(Clock::time_point latest) {
   for (;;) {
-    noticeInterruption();
-    const Clock::time_point now = Clock::now();
-    stopLateWork(now);
-    int status = 0;
-    if (ended_.empty()) {
-      if (Slot* slot = reap(WNOHANG, status)) end(*slot, status);
-    }
     if (interruption_ == 0) startWaiting();
     if (!ended_.empty()) {
       Ended ended = std::move(ended_.front());
       ended_.pop_front();
       return ended;
     }
-    if (interruption_ != 0 || now >= latest) return std::nullopt;
-    sleep(latest);
+    noticeInterruption();
+    const Clock::time_point now = Clock::now();
+    stopLateWork(now);
+    int status = 0;
+    if (Slot* slot = reap(WNOHANG, status)) {
+      end(*slot, status);
+    } else if (interruption_ != 0 || now >= latest) {
+      return std::nullopt;
+    } else {
+      sleep(latest);
+    }
   }
 }
 

@@ -184,7 +184,7 @@ TEST_F(BatchTest, LongResultsComeWhole) {
   std::string folders;
   for (int i = 0; i < 15; ++i) folders += std::string(200, 'x') + '/';
   std::string expected;
-  for (int i = 0; i < 60; ++i) {
+  for (int i = 0; i < 120; ++i) {
     const std::string path = folders + std::to_string(i) + ".srt";
     options_.inputs.push_back(folder_ / "in" / path);
     expected += "mova: " + path + ": the path has " + std::to_string(options_.inputs.back().size()) +
