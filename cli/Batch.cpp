@@ -188,29 +188,22 @@ class BatchRun {
   Result& resultOf(Task task) { return window_[task - firstInWindow_]; }
 
   /// Done by a worker, which may have converted other files before.
-  std::string work(Task task) {
+  Done work(Task task) {
     forgetConversions();
     const Result& result = resultOf(task);
-    return pack(job_(result.output, result.outcome.input, target_, settings_));
+    const Outcome outcome = job_(result.output, result.outcome.input, target_, settings_);
+    return {pack(outcome), outcome.status == kSoftware};  // That is too little memory, in most cases.
   }
 
   void finish(const Ended& ended) {
     Result& result = resultOf(ended.task);
-    Outcome outcome;
-    outcome.input = result.outcome.input;
-    if (ended.result) {
-      unpack(*ended.result, outcome);
-    } else {
-      outcome.status = kSoftware;
-      outcome.message = fmt::format("{}: {}", printable(outcome.input), ended.reason);
-    }
-    // It crashed, or there was too little memory: that may be for the files that the worker had before.
-    if (outcome.status == kSoftware && !ended.isFinal) {
-      workers_.giveAgain(ended.task);
-      return;
-    }
-    result.outcome = std::move(outcome);
     result.isThere = true;
+    if (ended.result) {
+      unpack(*ended.result, result.outcome);
+    } else {
+      result.outcome.status = kSoftware;
+      result.outcome.message = fmt::format("{}: {}", printable(result.outcome.input), ended.reason);
+    }
   }
 
   /// When there may be something to do though no task has ended.

@@ -106,7 +106,7 @@ struct Workers::Shared {
   ResultList results;
 };
 
-Workers::Workers(size_t count, WorkerLimits limits, std::function<std::string(Task)> work)
+Workers::Workers(size_t count, WorkerLimits limits, std::function<Done(Task)> work)
     : limits_(limits), work_(std::move(work)), parent_(::getpid()), slots_(count) {
   void* shared = ::mmap(nullptr, count * sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
   if (shared == MAP_FAILED) throw std::bad_alloc();
@@ -176,8 +176,8 @@ void Workers::startWaiting() {
     if (waiting_.empty()) return;
     if (slot.pid != 0 || start(slot)) continue;
     if (running_ > 0) return;  // There may be room for another process when one of them has ended.
-    ended_.push_back({waiting_.front(), std::nullopt,
-                      fmt::format("no process can be started for it: {}", std::strerror(errno)), true});
+    ended_.push_back(
+        {waiting_.front(), std::nullopt, fmt::format("no process can be started for it: {}", std::strerror(errno))});
     waiting_.pop_front();
     return;
   }
@@ -224,8 +224,11 @@ void Workers::beWorker(const Slot& slot) const {
       const Clock::time_point now = Clock::now();
       if (i > 0 && (now >= enough || !shared.results.hasRoom())) break;
       shared.begun = now.time_since_epoch().count();
-      shared.results.add(work_(slot.tasks[i]));
+      const Done done = work_(slot.tasks[i]);
+      if (done.isSuspect && i > 0) break;
+      shared.results.add(done.result);
       shared.done = i + 1;
+      if (done.isSuspect) break;
     }
     shared.hasStopped = true;
   } catch (...) {
@@ -259,7 +262,7 @@ size_t Workers::takeResults(Slot& slot) {
   const Shared& shared = *slot.shared;
   std::vector<std::string> results = shared.results.first(std::min<size_t>(shared.done, slot.tasks.size()));
   for (size_t i = 0; i < results.size(); ++i) {
-    ended_.push_back({slot.tasks[i], std::move(results[i]), "", i == 0});
+    ended_.push_back({slot.tasks[i], std::move(results[i]), ""});
   }
   if (shared.temporaryFile[0] != '\0') ::unlink(shared.temporaryFile);
   slot.pid = 0;
@@ -269,13 +272,11 @@ size_t Workers::takeResults(Slot& slot) {
 
 void Workers::end(Slot& slot, int status) {
   size_t done = takeResults(slot);
-  // Whatever happens, a worker settles one task.
-  if (done < slot.tasks.size() && (!slot.shared->hasStopped || done == 0)) {
-    const bool isLate = slot.late == done;
+  const bool isLate = slot.late == done && !slot.shared->hasStopped;
+  if (done < slot.tasks.size() && (done == 0 || isLate)) {
     ended_.push_back(
         {slot.tasks[done], std::nullopt,
-         isLate ? fmt::format("the conversion took longer than {}", describe(limits_.time)) : describeEnd(status),
-         isLate || done == 0});
+         isLate ? fmt::format("the conversion took longer than {}", describe(limits_.time)) : describeEnd(status)});
     ++done;
   }
   waiting_.insert(waiting_.begin(), slot.tasks.begin() + static_cast<ptrdiff_t>(done), slot.tasks.end());

@@ -25,30 +25,34 @@ struct WorkerLimits {
 /// The caller's name for a piece of work.
 using Task = uint64_t;
 
+/// What a worker has done of a task.
+struct Done {
+  std::string result;
+  /// What the worker did before may have spoiled it.
+  bool isSuspect = false;
+};
+
 /// What became of a task.
 struct Ended {
   Task task = 0;
   std::optional<std::string> result;  ///< nothing if the task did not come to its end
   std::string reason;                 ///< why not
-  /// What the worker did before can have no part in it. If it can, and if it matters, the task should be tried again.
-  bool isFinal = true;
 };
 
 /// While there is one, SIGINT, SIGTERM and SIGHUP don't end the process but become an interruption. There must be no
 /// other threads, and no other child processes are waited for.
 class Workers {
  public:
-  /// `work` does a task in a process that began as a copy of this one when the first task of that process was begun.
-  /// Between two tasks it is for `work` to undo what the first one left behind.
-  Workers(size_t count, WorkerLimits limits, std::function<std::string(Task)> work);
+  /// `work` does a task in a process that began as a copy of this one, before the first task of that process. It is for
+  /// `work` to undo what earlier tasks left behind. If it crashes or its result is suspect, that counts for the first
+  /// task of a process only; any other is tried again as the first of a new one.
+  Workers(size_t count, WorkerLimits limits, std::function<Done(Task)> work);
   Workers(const Workers&) = delete;
   Workers& operator=(const Workers&) = delete;
   /// As stop().
   ~Workers();
 
   void give(Task task) { waiting_.push_back(task); }
-  /// As the next one, and so the first of its worker.
-  void giveAgain(Task task) { waiting_.push_front(task); }
   /// With that many tasks waiting they are well divided.
   bool haveEnough() const;
   bool areIdle() const { return running_ == 0 && waiting_.empty() && ended_.empty(); }
@@ -84,7 +88,7 @@ class Workers {
   void noticeInterruption();
 
   WorkerLimits limits_;
-  std::function<std::string(Task)> work_;
+  std::function<Done(Task)> work_;
   pid_t parent_;
   uint64_t startMemory_ = 0;
   std::vector<Slot> slots_;

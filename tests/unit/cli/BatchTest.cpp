@@ -34,7 +34,7 @@ Outcome convertOrMisbehave(const std::string& path, const std::string& input, co
   std::ofstream(fs::path(input).parent_path().parent_path() / "begun", std::ios::app)
       << name << ' ' << ::getpid() << '\n';
   if (name == "die-after-others" && !isFirst) std::raise(SIGKILL);
-  if (name == "starve-after-others" && !isFirst) {
+  if (name.starts_with("starve") && (name != "starve-after-others" || !isFirst)) {
     Outcome outcome;
     outcome.status = kSoftware;
     return outcome;
@@ -204,6 +204,17 @@ TEST_F(BatchTest, WhatFailsAfterOtherFilesIsTriedAgainInANewWorker) {
   ASSERT_EQ(lines.size(), 8u);
   EXPECT_THAT(lines[2], HasSubstr("die-after-others.srt\",\"format\":\"SubRip\",\"captions\":1,"));
   EXPECT_THAT(lines[4], HasSubstr("starve-after-others.srt\",\"format\":\"SubRip\",\"captions\":1,"));
+}
+
+TEST_F(BatchTest, NoFileIsTriedMoreThanTwice) {
+  options_.jobs = 1;
+  for (int i = 0; i < 100; ++i) addInput((i % 2 == 0 ? "starve" : "crash") + std::to_string(i));
+  EXPECT_EQ(run(), kSoftware);
+  EXPECT_EQ(reportLines().size(), 100u);
+  std::map<std::string, int> tries;
+  for (const auto& [name, pid] : begun()) ++tries[name];
+  EXPECT_EQ(tries.size(), 100u);
+  for (const auto& [name, count] : tries) EXPECT_LE(count, 2) << name;
 }
 
 TEST_F(BatchTest, AFileThatHangsAfterOthersIsNotTriedAgain) {
