@@ -98,6 +98,16 @@ class BatchTest : public testing::Test {
     return status;
   }
 
+  /// A run that can be interrupted, in another process. What it says goes to the file "messages".
+  pid_t start() {
+    const pid_t pid = ::fork();
+    if (pid != 0) return pid;
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, SIG_DFL);
+    ::dup2(::creat((folder_ / "messages").c_str(), 0600), STDERR_FILENO);
+    convertBatch(options_, findFormat("WebVTT"), getDefaultSettings(), convertOrMisbehave);
+    ::_exit(0);
+  }
+
   /// What the run says, without the name of the folder.
   std::string messages() const {
     std::string text = messages_;
@@ -230,14 +240,8 @@ TEST_F(BatchTest, AFileThatHangsAfterOthersIsNotTriedAgain) {
 
 TEST_F(BatchTest, AnInterruptionTellsWhatAWorkerHasDoneSoFar) {
   for (const char* name : {"a", "b", "loop", "c", "d", "e"}) addInput(name);
-  const pid_t pid = ::fork();
-  if (pid == 0) {
-    ::dup2(::creat((folder_ / "messages").c_str(), 0600), STDERR_FILENO);
-    std::signal(SIGINT, SIG_DFL);
-    options_.jobs = 1;
-    convertBatch(options_, findFormat("WebVTT"), getDefaultSettings(), convertOrMisbehave);
-    ::_exit(0);
-  }
+  options_.jobs = 1;
+  const pid_t pid = start();
   while (begun().size() < 3) ::usleep(1000);
   ::kill(pid, SIGINT);
   ASSERT_EQ(::waitpid(pid, nullptr, 0), pid);
@@ -310,16 +314,10 @@ TEST_F(BatchTest, ManyResultsWaitForASlowFile) {
 
 TEST_F(BatchTest, AnInterruptionEndsTheProcessByItsSignal) {
   for (const char* name : {"a", "loop", "b", "deaf", "c"}) addInput(name);
+  options_.jobs = 5;
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     fs::remove_all(*options_.outputFolder);
-    const pid_t pid = ::fork();
-    if (pid == 0) {
-      ::dup2(::creat((folder_ / "messages").c_str(), 0600), STDERR_FILENO);
-      std::signal(signal, SIG_DFL);
-      options_.jobs = 5;
-      convertBatch(options_, findFormat("WebVTT"), getDefaultSettings(), convertOrMisbehave);
-      ::_exit(0);
-    }
+    const pid_t pid = start();
     for (const char* name : {"a.vtt", "b.vtt", "c.vtt"}) {
       while (!fs::exists(folder_ / "out" / name)) ::usleep(1000);
     }
