@@ -14,7 +14,6 @@
 #include <cstring>
 #include <deque>
 #include <filesystem>
-#include <thread>
 #include <utility>
 
 #include "Clashes.h"
@@ -147,10 +146,10 @@ class BatchRun {
   void run() {
     do {
       takeInputs();
-      if (auto ended = workers_.wait(nextLook())) finish(*ended);
       tellResults();
       if (canTell()) progress_.show(tally_);
-    } while (workers_.interruption() == 0 && !(next_ == std::nullopt && window_.empty()));
+      if (auto ended = workers_.wait(nextLook())) finish(*ended);
+    } while (workers_.interruption() == 0 && (next_ || !window_.empty()));
     if (workers_.interruption() != 0) tellInterruption();
     progress_.hide();
     report_.check();

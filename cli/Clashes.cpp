@@ -154,8 +154,8 @@ class ClashCheck {
   void refuseIfSamePlace(uint64_t first, uint64_t second) {
     const auto [firstName, firstPath] = describe(first);
     const auto [secondName, secondPath] = describe(second);
-    if (places_.of(followLinks(firstPath)) != places_.of(followLinks(secondPath)))
-      return;  // The hash alone is the same.
+    // Else the hash alone is the same.
+    if (places_.of(followLinks(firstPath)) != places_.of(followLinks(secondPath))) return;
     throw Failure(kUsage, fmt::format("{} and {} would both be written to {}; convert them into different folders",
                                       firstName, secondName, printable(secondPath)));
   }

@@ -14,6 +14,8 @@
 #include <cstdio>
 #include <cstring>
 #include <new>
+#include <string_view>
+#include <utility>
 
 #include "Failure.h"
 #include "Files.h"
@@ -26,6 +28,7 @@ namespace {
 /// When a worker has worked for that long, its process has cost little beside that, and it takes no other task.
 constexpr auto kLongEnough = std::chrono::milliseconds(200);
 
+/// More than it can do in that time, as a rule.
 constexpr size_t kMostTasks = 512;
 
 /// So many times a worker comes back for more while there is enough to do, so that none has to wait for another's end.
