@@ -103,7 +103,7 @@ bool takesLine(std::FILE* stream) {
 class Report {
  public:
   explicit Report(std::optional<std::string> path) : path_(std::move(path)) {
-    if (path_ && !(file_ = std::fopen(path_->c_str(), "we"))) refuse();
+    if (path_ && !(file_ = std::fopen(path_->c_str(), "we"))) refuse(errno);
   }
   Report(const Report&) = delete;
   Report& operator=(const Report&) = delete;
@@ -112,18 +112,24 @@ class Report {
   }
   /// Null if there is none.
   std::FILE* file() const { return file_; }
-  /// The reason why it is not whole.
-  void check() {
-    if (file_ && std::ferror(file_)) refuse();
+  void add(const std::string& line) {
+    printLine(file_, line);
+    std::fflush(file_);  // What has been done stands there, whatever comes.
+    if (std::ferror(file_) && error_ == 0) error_ = errno;
+  }
+  /// Throws a Failure if it is not whole.
+  void check() const {
+    if (error_ != 0) refuse(error_);
   }
 
  private:
-  [[noreturn]] void refuse() const {
+  [[noreturn]] void refuse(int error) const {
     throw Failure(kCantCreate,
-                  fmt::format("{}: the report can't be written: {}", printable(*path_), std::strerror(errno)));
+                  fmt::format("{}: the report can't be written: {}", printable(*path_), std::strerror(error)));
   }
   std::optional<std::string> path_;
   std::FILE* file_ = nullptr;
+  int error_ = 0;  ///< of the first line that failed
 };
 
 class BatchRun {
@@ -244,15 +250,17 @@ class BatchRun {
     Json json = convertedJson(result.outcome, target_);
     json["skipped"] = result.isSkipped;
     const std::string line = oneLine(json);
-    if (report_.file()) write(report_.file(), line);
+    if (report_.file() && canWrite(report_.file())) report_.add(line);
     if (options_.json) write(stdout, line);
   }
 
+  /// After an interruption what would have to wait is not written.
+  bool canWrite(std::FILE* stream) const { return workers_.interruption() == 0 || takesLine(stream); }
+
   void write(std::FILE* stream, const std::string& line) {
-    if (workers_.interruption() != 0 && !takesLine(stream)) return;
-    if (stream != report_.file()) progress_.hide();
+    if (!canWrite(stream)) return;
+    progress_.hide();
     printLine(stream, line);
-    std::fflush(stream);  // What has been done stands there, whatever comes; and a worker must not have it, too.
   }
 
   /// Results that waited for one before them are told now.

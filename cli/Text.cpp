@@ -3,6 +3,7 @@
 #include <utf8.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 #include <numeric>
 #include <utility>
@@ -10,6 +11,9 @@
 namespace mova::cli {
 
 namespace {
+
+/// See standardOutputError().
+int outputError = 0;
 
 /// Levenshtein's distance: the least number of letters to insert, remove or change.
 size_t editDistance(std::string_view a, std::string_view b) {
@@ -91,6 +95,13 @@ std::string shownInput(std::string_view input) {
 
 void printLine(std::FILE* stream, const std::string& line) {
   std::fputs((line + "\n").c_str(), stream);
+  if (stream != stdout) return;
+  std::fflush(stream);
+  if (std::ferror(stream) && outputError == 0) outputError = errno;  // It soon is that of another call.
+}
+
+int standardOutputError() {
+  return outputError;
 }
 
 void printMessage(const std::string& message) {

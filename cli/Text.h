@@ -28,8 +28,10 @@ std::string printable(std::string_view text);
 /// An input as messages call it.
 std::string shownInput(std::string_view input);
 
-/// Writes a line. A failure stays in the stream's error flag; nothing is thrown.
+/// Writes a line, at once if it goes to standard output. A failure stays in the stream's error flag; nothing is thrown.
 void printLine(std::FILE* stream, const std::string& line);
+/// The errno of the first line for standard output that could not be written; 0 if there is none.
+int standardOutputError();
 /// Tells the user something that went wrong, on standard error.
 void printMessage(const std::string& message);
 

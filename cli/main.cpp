@@ -47,7 +47,8 @@ int main(int argc, char** argv) {
   }
   std::cout.flush();
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-    printMessage(std::string("standard output can't be written: ") + std::strerror(errno));
+    const int error = standardOutputError() != 0 ? standardOutputError() : errno;
+    printMessage(std::string("standard output can't be written: ") + std::strerror(error));
     status = std::max(status, static_cast<int>(kCantCreate));
   }
   return status;

@@ -62,7 +62,8 @@ load helper
 }
 
 @test "a full standard output is told" {
-  for arguments in "formats" "formats --json" "--help" "detect film.srt"; do
+  for arguments in "formats" "formats --json" "--help" "detect film.srt" "detect film.srt film.srt film.srt" \
+    "convert film.srt --to WebVTT --output-dir out --json"; do
     caption_file film.srt
     run -73 bash -c '"$1" $2 >/dev/full' - "$mova" "$arguments"
     [ "$output" = "mova: standard output can't be written: No space left on device" ]
