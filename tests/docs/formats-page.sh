@@ -150,10 +150,15 @@ capmaker_file() {
   head -c 471 /dev/zero
 }
 
-# Everything that differs from day to day or from file to file is made the same.
+# Everything that differs from day to day or from file to file is made the same. (Midnight may have passed since.)
 steady() {
-  sed -E -e "s/$(date +%Y-%m-%d)T[0-9:]{8}/2024-05-31T12:00:00/g" -e "s|$(date +%d/%m/%Y)|31/05/2024|g" \
-    -e "s/$(date +%d.%m.%Y)/31.05.2024/g" -e "s/$(date +%y%m%d)$(date +%y%m%d)/240531240531/" \
+  local day days=()
+  for day in now '1 hour ago'; do
+    days+=(-e "s/$(date -d "$day" +%Y-%m-%d)T[0-9:]{8}/2024-05-31T12:00:00/g"
+      -e "s|$(date -d "$day" +%d/%m/%Y)|31/05/2024|g" -e "s/$(date -d "$day" +%d.%m.%Y)/31.05.2024/g"
+      -e "s/($(date -d "$day" +%y%m%d)){2}/240531240531/")
+  done
+  sed -E "${days[@]}" \
     -e 's/[0-9A-Fa-f]{8}(-[0-9A-Fa-f]{4}){3}-[0-9A-Fa-f]{12}/01234567-89ab-cdef-0123-456789abcdef/g' \
     -e 's/"[0-9a-f]{24}"/"0123456789abcdef01234567"/g'
 }

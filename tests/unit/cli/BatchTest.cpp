@@ -229,10 +229,10 @@ TEST_F(BatchTest, NoFileIsTriedMoreThanTwice) {
 
 TEST_F(BatchTest, AFileThatHangsAfterOthersIsNotTriedAgain) {
   options_.jobs = 1;
-  options_.timeout = 1;
+  options_.timeout = 3;
   for (const char* name : {"a", "b", "loop", "c", "d", "e", "f", "g"}) addInput(name);
   EXPECT_EQ(run(), kSoftware);
-  EXPECT_EQ(messages(), "mova: loop.srt: the conversion took longer than 1 second\n");
+  EXPECT_EQ(messages(), "mova: loop.srt: the conversion took longer than 3 seconds\n");
   EXPECT_EQ(outputs().size(), 7u);
   const auto all = begun();
   EXPECT_EQ(std::count_if(all.begin(), all.end(), [](const auto& line) { return line.first == "loop"; }), 1);
@@ -277,6 +277,13 @@ TEST_F(BatchTest, WorkersThatHangAreStopped) {
             "mova: loop.srt: the conversion took longer than 2 seconds\n"
             "mova: deaf.srt: the conversion took longer than 2 seconds\n");
   EXPECT_THAT(outputs(), testing::ElementsAre("a.vtt", "b.vtt"));
+}
+
+TEST_F(BatchTest, ALimitOfOneSecondIsToldInTheSingular) {
+  addInput("loop");
+  options_.timeout = 1;
+  EXPECT_EQ(run(), kSoftware);
+  EXPECT_EQ(messages(), "mova: loop.srt: the conversion took longer than 1 second\n");
 }
 
 TEST_F(BatchTest, SlowFilesKeepTheirPlaceInTheOrder) {
