@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 #include <iostream>
+#include <optional>
 
 #include "Failure.h"
 #include "Settings.h"
@@ -86,6 +87,13 @@ std::string toBytes(std::string& size) {
   return "";
 }
 
+/// Returns what is wrong with a time limit, nothing if all is well.
+std::string checkSeconds(const std::string& text) {
+  const std::optional<double> seconds = parseNumber<double>(text);
+  if (seconds && *seconds >= 0.001 && *seconds <= 1e6) return "";  // "nan" is neither.
+  return fmt::format("\"{}\" is not a number of seconds from 0.001 to 1000000", printable(text));
+}
+
 }  // namespace
 
 CommandLine::CommandLine() {
@@ -150,7 +158,7 @@ void CommandLine::addManyFiles(CLI::App* command) {
   option("--jobs", convert_.jobs, "N", "Convert so many files at a time; default: one for each core")
       ->check(CLI::Range(1, 1000).description(""));
   option("--timeout", convert_.timeout, "SECONDS", "Give a file up that takes longer; default: 60")
-      ->check(CLI::Range(0.001, 1e6).description(""));
+      ->check(checkSeconds);
   option("--memory", convert_.memory, "SIZE", "Give a file up that takes more memory, as in 500M or 2G")
       ->transform(CLI::Validator(toBytes, "", "size"));
   command->add_flag("--resume", convert_.resume, "Pass over inputs whose output is there and not older")

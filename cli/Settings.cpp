@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <optional>
 #include <utility>
@@ -87,15 +86,6 @@ std::string listCodePages() {
     runs.push_back(first == last ? fmt::format("{}", first) : fmt::format("{} to {}", first, last));
   }
   return fmt::format("{}", fmt::join(runs, ", "));
-}
-
-/// The whole text as a number; nothing if it is none or beyond the type.
-template <class Number, class... Base>
-std::optional<Number> parseNumber(std::string_view text, Base... base) {
-  Number number{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base...);
-  if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
-  return number;
 }
 
 std::optional<bool> parse(std::string_view text, bool) {

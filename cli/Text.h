@@ -1,6 +1,7 @@
 /// Texts between the user, who writes UTF-8, and the library, which takes UTF-16.
 #pragma once
 
+#include <charconv>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -24,6 +25,15 @@ std::vector<std::string> nearestNames(std::string_view wanted, const std::vector
 
 /// A name for a message: control characters, which could break the line or the terminal, become "?".
 std::string printable(std::string_view text);
+
+/// The whole text as a number; nothing if it is none or beyond the type.
+template <class Number, class... Base>
+std::optional<Number> parseNumber(std::string_view text, Base... base) {
+  Number number{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base...);
+  if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
 
 /// An input as messages call it.
 std::string shownInput(std::string_view input);

@@ -169,7 +169,7 @@ batch_is_refused() {
   batch_is_refused "--output-dir is empty: name a folder" film.srt --to SubRip --output-dir ""
   batch_is_refused "standard input has no name that an output in --output-dir could get; use --output" - --to SubRip --output-dir out
   batch_is_refused "--to is missing: name the format to convert to, as in --to WebVTT (mova formats lists all)" film.srt --output-dir out
-  for wrong in "--jobs 0" "--jobs -1" "--jobs x" "--timeout 0" "--timeout x" "--memory x" "--memory -5M" "--memory 0" "--memory 5X" "--memory 5MM" "--memory M" "--memory 99999999T" "--progress bar"; do
+  for wrong in "--jobs 0" "--jobs -1" "--jobs x" "--timeout 0" "--timeout x" "--timeout nan" "--timeout 1e300" "--memory x" "--memory -5M" "--memory 0" "--memory 5X" "--memory 5MM" "--memory M" "--memory 99999999T" "--progress bar"; do
     run -64 "$mova" convert film.srt --to SubRip --output-dir out $wrong
     [[ "$output" == "mova: ${wrong%% *}: "* ]]
   done
